@@ -1,0 +1,127 @@
+#include "core/buffer_dynamic.h"
+
+#include <stdio.h>
+#include <stdlib.h>
+
+#include <limits>
+
+#include "core/buffer_shifting.h"
+#include "core/c_library.h"
+#include "core/exception.h"
+#include "core/result_codes.h"
+
+namespace qel {
+
+namespace {
+
+void ThrowUnlessSuccess(unsigned long result) {
+    if (result != SUCCESS) throw Exception(result);
+}
+
+/// The part of Load between opening the file and closing it.
+unsigned long ReadWhole(::FILE* file, BufferDynamic& buffer) {
+    if (::fseek(file, 0, SEEK_END) != 0) return ERROR_IO;
+    const long end = ::ftell(file);
+    if (end < 0) return ERROR_IO;
+    if (end == 0) {
+        buffer.Destroy();
+        return SUCCESS;
+    }
+    if (::fseek(file, 0, SEEK_SET) != 0) return ERROR_IO;
+    const auto length = static_cast<unsigned long>(end);
+    const unsigned long result = buffer.Alloc(length);
+    if (result != SUCCESS) return result;
+    return ::fread(buffer.GetData(), length, 1, file) == 1 ? SUCCESS : ERROR_READ;
+}
+
+}  // namespace
+
+BufferDynamic::BufferDynamic(unsigned long length) {
+    ThrowUnlessSuccess(BufferDynamic::Alloc(length));
+}
+
+BufferDynamic::BufferDynamic(const Buffer& source) : BufferDynamic(source.GetSize()) {
+    Buffer::Set(source.GetSize(), source.GetData());
+}
+
+BufferDynamic::BufferDynamic(const BufferDynamic& source)
+    : BufferDynamic(static_cast<const Buffer&>(source)) {}
+
+BufferDynamic& BufferDynamic::operator=(const Buffer& source) {
+    ThrowUnlessSuccess(Set(source.GetSize(), source.GetData()));
+    return *this;
+}
+
+BufferDynamic& BufferDynamic::operator=(const BufferDynamic& source) {
+    return *this = static_cast<const Buffer&>(source);
+}
+
+BufferDynamic::~BufferDynamic() { BufferDynamic::Destroy(); }
+
+unsigned long BufferDynamic::Set(unsigned long length, const void* src) {
+    if (length != size) {
+        const unsigned long result = Alloc(length);
+        if (result != SUCCESS) return result;
+    }
+    return Buffer::Set(length, src);
+}
+
+unsigned long BufferDynamic::Set(const std::string& text) {
+    return Set(text.length(), text.data());
+}
+
+unsigned long BufferDynamic::Alloc(unsigned long length) {
+    void* const block = ::malloc(length);
+    // malloc may answer a request for no bytes with null.
+    if (block == nullptr && length != 0) return ERROR_MEM;
+    // Only now, so that a refusal leaves the old contents.
+    Destroy();
+    data = block;
+    size = length;
+    return SUCCESS;
+}
+
+unsigned long BufferDynamic::Realloc(unsigned long length) {
+    // What the C library's realloc does with a size of 0 differs between systems.
+    if (length == 0) {
+        Destroy();
+        return SUCCESS;
+    }
+    if (length == size) return SUCCESS;
+    void* const block = ::realloc(data, length);
+    if (block == nullptr) return ERROR_MEM;
+    data = block;
+    size = length;
+    return SUCCESS;
+}
+
+void BufferDynamic::Destroy() { ::free(Detach()); }
+
+void* BufferDynamic::Detach() {
+    void* const block = data;
+    data = nullptr;
+    size = 0;
+    return block;
+}
+
+unsigned long BufferDynamic::AppendBuffer(const Buffer& tail) {
+    const unsigned long oldSize = size;
+    if (tail.GetSize() > std::numeric_limits<unsigned long>::max() - oldSize) return ERROR_MEM;
+    unsigned long result = Realloc(oldSize + tail.GetSize());
+    if (result != SUCCESS) return result;
+    // The cursor takes tail's size anew: a buffer appended to itself, whose size has just grown, is
+    // refused here instead of being read past its end.
+    BufferShifting end(*this);
+    result = end.Shift(oldSize);
+    return result == SUCCESS ? end.SetBufferAndShift(tail) : result;
+}
+
+unsigned long BufferDynamic::Load(const char* path) {
+    ::FILE* const file = qel::fopen(path, "rb");
+    if (file == nullptr) return ERROR_FILE_OPEN;
+    const unsigned long result = ReadWhole(file, *this);
+    ::fclose(file);
+    return result;
+}
+
+}  // namespace qel

@@ -1,0 +1,47 @@
+/// qel::Exception: a result code that travels as an exception.
+#pragma once
+
+#include <exception>
+#include <string>
+
+namespace qel {
+
+/// Thrown where an operation of the core library cannot return its result code (a constructor, an
+/// assignment, a function that returns its result by value), and by callers for whom a code is
+/// fatal. Thrown by value, caught by reference. Only running out of memory for the texts can make
+/// an operation of this class throw (std::bad_alloc).
+class Exception : public std::exception {
+public:
+    /// The message is the code's mnemonic, or "Unknown error" for a code without one.
+    explicit Exception(unsigned long resultCode);
+
+    /// The message is a copy of text (NUL-terminated).
+    Exception(unsigned long resultCode, const char* text);
+
+    /// Releases the texts.
+    ~Exception() override;
+
+    /// The message. The characters live as long as this object.
+    const char* what() const noexcept override;
+
+    /// The wide message, whose characters live as long as this object; a static empty text unless a
+    /// derived class has set messageW.
+    virtual const wchar_t* whatW() const noexcept;
+
+    /// The mnemonic of a code, for example "ERROR_MEM", or "Unknown error".
+    static std::string GetResultString(unsigned long resultCode);
+
+    /// "Unknown error (0x0000000d)": any code, 0 included, in at least eight lower-case hex digits.
+    static std::string GetResultStringA(unsigned long resultCode);
+
+    /// The mnemonic of a code, or an empty string for a code without one.
+    static std::string TResultToMnemonicStr(unsigned long resultCode);
+
+    unsigned long code;  ///< the result code, never changed by this class
+
+protected:
+    std::wstring messageW;  ///< what whatW() answers
+    std::string message;    ///< what what() answers
+};
+
+}  // namespace qel
