@@ -1,0 +1,117 @@
+#include "utility/file_config.h"
+
+#include <functional>
+#include <stdexcept>
+
+#include "tests/support/open_store.h"
+#include "tests/support/scratch_test.h"
+#include "utility/exception.h"
+
+namespace {
+
+using namespace std::string_literals;
+using Config = Open<mox::FileConfig>;
+
+/// The message of the mox::Exception that action throws; empty if none.
+std::string ErrorOf(const std::function<void()>& action) try {
+    action();
+    return "";
+} catch (const mox::Exception& exception) {
+    return exception.what();
+}
+
+using FileConfigTest = ScratchTest;
+
+TEST_F(FileConfigTest, ReadsEveryLineIntoARecordAndWritesItBack) {
+    const std::string full = "k=" + std::string(4092, 'v'), value = full.substr(2);
+    const std::tuple<std::string, std::string, std::string> rows[] = {
+        {" \t\v\f\n  # note \r\n#\n", "[1 \n1| \t\v\f\n|][2 \n2|  # note \r\n| note ][3 \n3|#\n|]",
+         "\n# note \n\n"},
+        {"a = b = c\r\nA b=\t1\t\r\r\n", "[2 A b|1|][1 a|b = c|]", "a=b = c\nA b=1\n"},
+        {"k=x##y\nl=x###y\nm##=# a##b#c\n", "[1 k|x#y|][2 l|x#|y][3 m#|| a#b#c]",
+         "k=x##y\nl=x## #y\nm##= # a#b#c\n"},
+        {"\ra=\r1\rb=2", "[1 a|#1#b=2|]", "a=##1##b=2\n"},
+        {"\r\r\n\0k=1\nk=1\0 2\n"s, "[1 \n1|\r\r\n|][2 \n2||][3 k|1|]", "\n\nk=1\n"},
+        {"  k  =  1 # one\n\nk=2   # two\nl =", "[2 \n2|\n|][3 k|2| two][4 l||]",
+         "\nk=2 # two\nl=\n"},
+        {full + "\nl=1", "[2 \n2|\n|][1 k|" + value + "|][3 l|1|]", full + "\n\nl=1\n"},
+        {full + "l=1\nm=2", "[1 k|" + value + "|][2 l|1|][3 m|2|]", full + "\nl=1\nm=2\n"},
+        {"", "", ""},
+    };
+    for (const auto& [text, records, written] : rows) {
+        SCOPED_TRACE(text);
+        Config config(Write("config", text), false);
+        EXPECT_EQ(config.Dump(), records);
+        config.SaveAs(Path("written"));
+        EXPECT_EQ(Read("written"), written);
+        if (text.size() > 4000) continue;  // The pieces of a long line are lines from now on.
+        config.Reopen();
+        config.Save();
+        EXPECT_EQ(Read("written"), written);
+    }
+}
+
+TEST_F(FileConfigTest, NamesWhatItCannotRead) {
+    using Row = std::pair<std::string, std::string>;
+    for (const auto& [text, line] :
+         {Row{"a\n", "1"}, Row{"a=1\n# note\n = value\n", "3"}, Row{"no # = value\n", "1"},
+          Row{"a=" + std::string(4093, 'v'), "2"},
+          Row{"#\n" + std::string(10'000'000, 'x'), "2"}}) {
+        const std::string path = Write("config", text);
+        EXPECT_EQ(ErrorOf([&] { Config(path, false); }),
+                  "FileConfig: wrong data in config file " + path + " in line " + line);
+    }
+    EXPECT_EQ(ErrorOf([] { Config("/", false); }), "FileConfig: error reading config file /");
+    const std::string none = Path("none");
+    EXPECT_EQ(ErrorOf([&] { Config().Reopen(none); }),
+              "FileConfig: unable to open config file " + none);
+}
+
+TEST_F(FileConfigTest, WritesRecordsInLineOrderAndLosesNone) {
+    Config config;
+    config.header = "@header";
+    using Line = Config::Property;
+    for (const Line& line :
+         {Line("late", "#", "", ~0ul), Line("twin b", "", "#marked", 2), Line("twin a", "1", "", 2),
+          Line("\n5", "unused", "##", 5), Line("none", "0", "\n", 0), Line("\n3", "", "\n", 3)}) {
+        config.PutProperty(std::make_shared<Line>(line));
+    }
+    config.WriteConfigFile(Path("config").c_str());
+    EXPECT_EQ(Read("config"), "@headernone=0\ntwin a=1\ntwin b= # #marked\n\n# ##\nlate=##\n");
+}
+
+TEST_F(FileConfigTest, WritesItselfBackOnlyWhenChangedAndWhole) {
+    const std::string good = Write("good", " a = 1\n"), bad = Write("bad", "a=1\nbad\nb=2\n");
+    { const Config unchanged(good, false), missing(Path("new"), true), unnamed; }
+    EXPECT_EQ(Read("good"), " a = 1\n");
+    EXPECT_FALSE(std::filesystem::exists(Path("new")));
+    Config(good, false).Put("a", "0");
+    EXPECT_EQ(Read("good"), "a=0\n");
+    Config(Path("new"), true).Put("a", "1", " one");
+    EXPECT_EQ(Read("new"), "a=1 # one\n");
+    Config().Put("a", "1");
+    for (const bool saved : {false, true}) {
+        Config config(good, false);
+        EXPECT_NE(ErrorOf([&] { config.Reopen(bad); }), "");
+        EXPECT_EQ(config.Dump() + config.fileName, "[1 a|1|]*" + bad);
+        if (saved) config.SaveAs(good);
+        EXPECT_EQ(config.modified, !saved);
+        config.Put("c", "3");
+    }
+    EXPECT_EQ(Read("bad") + Read("good"), "a=1\nbad\nb=2\na=1\nc=3\n");
+}
+
+TEST_F(FileConfigTest, AFailedWriteBackPassesOutUnlessUnwinding) {
+    const std::string path = Path("missing/config");
+    mox::Properties* const changed = new Config(path, true);
+    changed->Put("a", "1");
+    EXPECT_EQ(ErrorOf([&] { delete changed; }), "FileConfig: unable to open config file " + path);
+    const auto fail = [&path] {
+        Config config(path, true);
+        config.Put("a", "1");
+        throw std::logic_error("in flight");
+    };
+    EXPECT_THROW(fail(), std::logic_error);
+}
+
+}  // namespace

@@ -1,0 +1,35 @@
+/// The exceptions of the utility library and of the tool: a message, no code.
+#pragma once
+
+#include <exception>
+#include <string>
+
+namespace mox {
+
+/// A failure told by a message. Thrown by value, caught by reference.
+class Exception : public std::exception {
+public:
+    /// Keeps a copy of text.
+    explicit Exception(const std::string& text);
+
+    /// Releases the message.
+    ~Exception() override;
+
+    /// The message, never null. The characters live as long as this object.
+    const char* what() const noexcept override;
+
+private:
+    std::string message;
+};
+
+/// A failure of the file system.
+class FileException : public Exception {
+public:
+    /// Keeps a copy of text.
+    using Exception::Exception;
+
+    /// Releases the message.
+    ~FileException() override;
+};
+
+}  // namespace mox

@@ -1,0 +1,102 @@
+/// mox::Properties: an in-memory store of named text properties.
+///
+/// The store maps each name to a record that holds the value, the comment that stood beside it and
+/// the place of its line in the text form. Records are reference-counted and can be shared between
+/// stores: a change made to a record through one store is seen in every store that holds it. A
+/// store and the records that it shares are used by one thread at a time.
+///
+/// Names are compared as bytes, so they are case-sensitive, and entries stand in ascending byte
+/// order of their names. A missing name is never an error. Every operation that allocates can throw
+/// std::bad_alloc, and then leaves the store consistent.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace mox {
+
+class Properties {
+public:
+    /// One property: a plain record.
+    ///
+    /// A record whose name begins with a line feed is a placeholder for a line of the text form
+    /// that carries no property (blank, or a comment alone): its name is the line feed and the line
+    /// number in decimal, its value the line as it was read. In the store it is an entry like any
+    /// other.
+    struct Property {
+        /// Copies all four.
+        Property(const std::string& propertyName, const std::string& propertyValue,
+                 const std::string& lineComment, unsigned long lineNumber);
+
+        std::string name;     ///< the name under which the store holds the record
+        std::string value;    ///< the value, without any escaping
+        std::string comment;  ///< what followed the "#" of its line, untrimmed; often empty
+        unsigned long index;  ///< the number of its line in the text form, from 1
+    };
+
+    /// How stores hold and share their records.
+    using PropertyPtr = std::shared_ptr<Property>;
+
+    /// An empty, unmodified store.
+    Properties();
+
+    /// Not copied, but merged into another: an assignment would undo the mark of a modified store,
+    /// and a FileConfig would then not be written back.
+    Properties(const Properties&) = delete;
+    Properties& operator=(const Properties&) = delete;
+
+    /// Lets go of every record. Throws nothing itself; a derived class may.
+    virtual ~Properties() noexcept(false);
+
+    /// Removes every entry. Marks the store modified, also when it was empty.
+    void Clear();
+
+    /// Stores the given record itself, unchanged, under its own name, in place of any entry of that
+    /// name. Does not mark the store modified. Throws mox::Exception, with nothing stored, when the
+    /// record is null.
+    void PutProperty(const PropertyPtr& record);
+
+    /// Gives the property of this name the value. An existing record is changed in place and keeps
+    /// its comment and its index; a new one gets an empty comment and, as its index, the number of
+    /// entries that there are with it. Marks the store modified.
+    void Put(const std::string& name, const std::string& value);
+
+    /// The same, save that a new record gets the comment; an existing one still keeps its own.
+    void Put(const std::string& name, const std::string& value, const std::string& comment);
+
+    /// Removes the entry of this name, if any. Marks the store modified in any case.
+    void Delete(const std::string& name);
+
+    /// Takes over the entries of other, sharing their records, which keep their index. Where this
+    /// store has a non-empty value of the same name, that stays unless overwrite is true. Does not
+    /// mark the store modified.
+    void Merge(const Properties& other, bool overwrite);
+
+    /// A copy of the value of this name; empty when there is none.
+    std::string Get(const std::string& name) const;
+
+    /// The same, with defaultValue in place of a missing or empty value.
+    std::string Get(const std::string& name, const std::string& defaultValue) const;
+
+    /// Escapes "#", of which a single one starts a comment in the text form: doubles every "#" of
+    /// the text, in place. For a text without carriage returns, Preunmask and then Unmask undo it.
+    static void Mask(std::string& text);
+
+    /// The first step of reading a line: turns every pair "##", taken from the left, into a
+    /// carriage return, in place. The first "#" that is left, if any, is the comment marker.
+    static void Preunmask(std::string& text);
+
+    /// The second step, on what stands before and after the marker: turns every carriage return
+    /// into "#", in place.
+    static void Unmask(std::string& text);
+
+protected:
+    /// The entries. Every pointer is non-null, and every key equals its record's name.
+    std::map<std::string, PropertyPtr> propertyMap;
+
+    /// True once Put, Delete or Clear was called; only a derived class ever clears it.
+    bool modified = false;
+};
+
+}  // namespace mox
