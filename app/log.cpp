@@ -1,0 +1,16 @@
+#include "app/log.h"
+
+#include <cstdarg>
+#include <cstdio>
+
+bool verboseMode = false;
+
+void log(const char* format, ...) {
+    if (!verboseMode) return;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vprintf(format, arguments);
+    va_end(arguments);
+    // The formats carry no line feed of their own, so that no line of trace can lack it.
+    std::putchar('\n');
+}

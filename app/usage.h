@@ -1,0 +1,14 @@
+/// The fixed texts that tell a user how to call the program.
+#pragma once
+
+#include <string>
+
+/// Writes the banner line and the usage text to standard output.
+void PrintHelp();
+
+/// Writes the usage text to standard output.
+void PrintUsage();
+
+/// Writes the banner line, then error, which ends its own line, then the hint at the help option to
+/// standard error.
+void PrintArgumentError(const std::string& error);
