@@ -1,4 +1,5 @@
-/// A fixture with a scratch folder of its own, which goes with it. Its tests leave no file open.
+/// A fixture whose tests run in a scratch folder of their own, which goes with it, and leave no
+/// file open.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,21 +12,33 @@
 #include <string>
 
 struct ScratchTest : testing::Test {
-    ScratchTest() : folder(::mkdtemp(pattern.data())) { ::close(lowestFree); }
+    ScratchTest() : folder(::mkdtemp(pattern.data())) {
+        std::filesystem::current_path(folder);
+        ::close(lowestFree);
+    }
     ~ScratchTest() override {
+        std::filesystem::current_path("/");
+        ::close(99);
         std::filesystem::remove_all(folder);
         EXPECT_EQ(::dup(0), lowestFree) << "a file was left open";
         ::close(lowestFree);
     }
 
-    std::string Path(const std::string& name) const { return folder + '/' + name; }
-    std::string Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(Path(name), std::ios::binary) << bytes;
-        return Path(name);
+    static std::string Write(const std::string& name, const std::string& bytes) {
+        std::ofstream(name, std::ios::binary) << bytes;
+        return name;
     }
-    std::string Read(const std::string& name) const {
-        std::ifstream file(Path(name), std::ios::binary);
+    static std::string Read(const std::string& name) {
+        std::ifstream file(name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    /// The path of a stream without an end to seek; 99 is out of the way of the check above.
+    static std::string Unseekable() {
+        int ends[2];
+        EXPECT_TRUE(::pipe(ends) == 0 && ::dup2(ends[0], 99) == 99);
+        for (const int end : ends) ::close(end);
+        return "/dev/fd/99";
     }
 
     const int lowestFree = ::dup(0);

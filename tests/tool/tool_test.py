@@ -84,11 +84,12 @@ class Run(unittest.TestCase):
 
     def test_argument_errors_and_every_kind_of_failure(self):
         rows = [
-            (["--help", "any", "-x"], HELP, "", 0),
-            (["update", "-h"], "", BANNER + 'Error: Unknown option "h"\n' + HINT, 1),
-            (["-v", "update%s"], "", BANNER + 'Error: Unknown parameter "update%s"\n' + HINT, 1),
-            (["restore", "-v", "-config=none"], 'Loading config from path "none"...\n'
-             "Error: FileConfig: unable to open config file none\n", "", 99),
+            *(([word, "any", "-x"], HELP, "", 0) for word in ("-h", "-help", "--help")),
+            (["update", "-v", "-V", "-x"], "", BANNER + 'Error: Unknown option "V"\n' + HINT, 1),
+            *((words, "", BANNER + f'Error: Unknown parameter "{words[1]}"\n' + HINT, 1) for words in
+              (["-v", "update%s"], ["update", "-config"], ["restore", "-"], ["update", "vv"])),
+            (["restore", "-config=a", "-v", "-config=b=c"], 'Loading config from path "b=c"...\n'
+             "Error: FileConfig: unable to open config file b=c\n", "", 99),
             (["int"], "Error number 0xffffffff occured.\n", "", 1),
             (["unsigned long"], "Error number 0x80090020 occured.\n", "", 1),
             (["qel::Exception"], "Exception: 0x6e text.\n", "", 1),
@@ -107,7 +108,7 @@ class Run(unittest.TestCase):
         rows = [
             ([], CONFIG, "\0\r\n" + BEFORE, "", "\0\r\n" + AFTER),
             (["-v"], CONFIG.replace("Tree=", "Tree=vendorIDs:"), "\0" + AFTER, "", "\0" + AFTER),
-            (["any", "-v"], CONFIG, BEFORE, LOADED + "305\n" + INSERTED + "391\n", AFTER),
+            (["-config=a", "-v"], CONFIG, BEFORE, LOADED + "305\n" + INSERTED + "391\n", AFTER),
             (["update", "-v"], CONFIG, AFTER,
              LOADED + '391\nFound "vendorIDs" at position 40\nFound "productIDs" at position 160\n'
              'Found "readerNames" at position 281\nAlready updated\n', AFTER),
@@ -136,19 +137,16 @@ class Run(unittest.TestCase):
             self.assertEqual(outcome, (f"Error: {message}\n", 99, before), (arguments, config))
 
     def test_a_file_that_may_not_be_read_or_written(self):
+        for name, text in (("Info.plist", BEFORE), ("Quorvel.cfg", CONFIG)):
+            (self.folder / name).write_text(text)
         self.folder.chmod(0o777)
-        path = self.folder / "Info.plist"
-        path.write_text(BEFORE)
         # Root may do everything, so the program runs as somebody else, from where that one can.
         options = {"executable": shutil.copy(os.environ["QUORVEL"], self.folder),
                    "user": 65534 if os.geteuid() == 0 else None}
-        for mode, config, failure in ((0o444, CONFIG, "0x1d ERROR_WRITE"),
-                                      (0, CONFIG.replace("Tree", "tree"), "0x6e ERROR_FILE_OPEN")):
-            path.chmod(mode)
-            (self.folder / "Quorvel.cfg").write_text(config)
+        for mode, failure in ((0, "0x6e ERROR_FILE_OPEN"), (0o444, "0x1d ERROR_WRITE")):
+            (self.folder / "Info.plist").chmod(mode)
             self.assertEqual(self.run_tool(**options), (f"Exception: {failure}.\n", "", 1))
-        path.chmod(0o644)
-        self.assertEqual(path.read_text(), BEFORE)
+        self.assertEqual((self.folder / "Info.plist").read_text(), BEFORE)
 
     @unittest.skipUnless(sys.platform == "linux", "the driver's package is a Linux one")
     def test_a_driver_list_through_a_link(self):
