@@ -13,7 +13,7 @@ void TrimLineEnds(std::string& text) {
 }
 
 void TrimSpace(std::string& text) {
-    boost::algorithm::trim_if(text, boost::algorithm::is_any_of(" \t\n\v\f\r"));
+    boost::algorithm::trim_if(text, boost::algorithm::is_any_of(whiteSpace));
 }
 
 /// Cuts text at the comment marker and unescapes both halves. Returns the comment, empty if none.

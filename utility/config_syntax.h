@@ -2,14 +2,18 @@
 /// syntax. Private to this library.
 ///
 /// A line is "name = value # comment" with every part optional but the name of a property; "##" is
-/// a literal "#" in each of them. White space is what the POSIX locale calls space.
+/// a literal "#" in each of them.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "utility/properties.h"
 
 namespace mox {
+
+/// The characters that the POSIX locale calls space.
+inline constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 
 /// The record of one line, which may carry its line end: a property, or a placeholder whose value
 /// is the line as given. Null when the line is malformed, that is, not blank but without "=" or

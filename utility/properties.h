@@ -79,6 +79,29 @@ public:
     /// The same, with defaultValue in place of a missing or empty value.
     std::string Get(const std::string& name, const std::string& defaultValue) const;
 
+    /// The value of this name as a number; defaultValue where it is missing or empty, where it does
+    /// not begin with a number, and where that number does not fit the result type.
+    ///
+    /// A number is decimal: digits, which white space and a sign may precede; the unsigned readings
+    /// refuse a minus sign. A size suffix at the end of the value (k, m or g, which a b may follow,
+    /// in either case) multiplies it by 1024, 1024^2 or 1024^3; a product that does not fit the
+    /// result type wraps in two's complement. What stands between the number and the suffix is
+    /// ignored: "1.5k" is 1024 and "12abc" is 12. No locale is consulted, and "0x" is no prefix:
+    /// "0x10" is 0.
+    int GetAsInt(const std::string& name, int defaultValue) const;
+
+    /// The same, unsigned.
+    unsigned int GetAsUInt(const std::string& name, unsigned int defaultValue) const;
+
+    /// The same, unsigned and in 64 bits.
+    unsigned long GetAsULong(const std::string& name, unsigned long defaultValue) const;
+
+    /// True for "TRUE", "true", "1" and "yes", false for "FALSE", "false", "0" and "no", and
+    /// defaultValue where the value of this name is missing or empty. Any other value, these words
+    /// with blanks around them included, throws mox::Exception, "Bad value for boolean option \"" +
+    /// value + "\"".
+    bool GetAsBool(const std::string& name, bool defaultValue) const;
+
     /// Escapes "#", of which a single one starts a comment in the text form: doubles every "#" of
     /// the text, in place. For a text without carriage returns, Preunmask and then Unmask undo it.
     static void Mask(std::string& text);

@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/open_store.h"
-#include "utility/exception.h"
+#include "tests/support/outcome.h"
 
 namespace {
 
+using Row = std::pair<std::string, std::string>;
 using Store = Open<mox::Properties>;
 
 TEST(Properties, PutMakesARecordOnceThenChangesItsValue) {
@@ -46,6 +47,46 @@ TEST(Properties, SharesRecordsBetweenStores) {
         EXPECT_THROW(target.PutProperty(nullptr), mox::Exception);
         EXPECT_EQ(target.Dump(), "*");
     }
+}
+
+TEST(Properties, ReadNumbersWithSizeSuffixes) {
+    Store store;
+    // As int, unsigned int and unsigned long, each with the default 99.
+    const auto read = [&store](const std::string& value) {
+        store.Put("a", value);
+        return std::to_string(store.GetAsInt("a", 99)) + ' ' +
+               std::to_string(store.GetAsUInt("a", 99)) + ' ' +
+               std::to_string(store.GetAsULong("a", 99));
+    };
+    for (const auto& [text, numbers] :
+         {Row{"007", "7 7 7"}, Row{"0x10", "0 0 0"}, Row{"9b", "9 9 9"},
+          Row{"1.5kb", "1024 1024 1024"}, Row{" \t\n\v\f\r+7 K", "7168 7168 7168"},
+          Row{"-2k", "-2048 99 99"}, Row{"-0", "0 99 99"},
+          Row{"2147483647", "2147483647 2147483647 2147483647"},
+          Row{"2147483648", "99 2147483648 2147483648"}, Row{"-2147483648", "-2147483648 99 99"},
+          Row{"2gB", "-2147483648 2147483648 2147483648"}, Row{"4G", "0 0 4294967296"},
+          Row{"4294967295", "99 4294967295 4294967295"}, Row{"4294967296", "99 99 4294967296"},
+          Row{"18446744073709551615", "99 99 18446744073709551615"},
+          Row{"18446744073709551615Mb", "99 99 18446744073708503040"}}) {
+        EXPECT_EQ(read(text), numbers) << text;
+    }
+    for (const char* text :
+         {"18446744073709551616", "-2147483649", "+-2", "- 2", "kb", "two", ""}) {
+        EXPECT_EQ(read(text), "99 99 99") << text;
+    }
+}
+
+TEST(Properties, ReadTruthFromEightWords) {
+    Store store;
+    const auto read = [&store](const std::string& word, bool defaultValue) {
+        store.Put("a", word);
+        return Outcome([&] { return store.GetAsBool("a", defaultValue); });
+    };
+    EXPECT_EQ(read("", true) + read("", false), "10");
+    for (const char* word : {"TRUE", "true", "1", "yes"}) EXPECT_EQ(read(word, false), "1");
+    for (const char* word : {"FALSE", "false", "0", "no"}) EXPECT_EQ(read(word, true), "0");
+    for (const std::string word : {"Yes", "On", "1 "})
+        EXPECT_EQ(read(word, true), "Bad value for boolean option \"" + word + '"');
 }
 
 }  // namespace
