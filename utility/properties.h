@@ -102,6 +102,22 @@ public:
     /// value + "\"".
     bool GetAsBool(const std::string& name, bool defaultValue) const;
 
+    /// Replaces the entries by those of a configuration text and marks the store modified.
+    ///
+    /// The lines have the syntax of a configuration file (see FileConfig), but are of any length
+    /// and may hold NUL bytes. Carriage returns are removed wherever they stand. Lines that are
+    /// then empty make no record and are not counted; of blank ones and comments the placeholder's
+    /// value is the line without its line end. Where a name stands on two lines, the later one
+    /// wins. A malformed line throws mox::Exception, "Properties: wrong data in config data " +
+    /// " in line " + its number, with the store holding the lines before it; a FileConfig writes
+    /// these back like any others.
+    void Parse(const std::string& data);
+
+    /// The entries in the order of their names, each as name, "=", value and a line feed.
+    /// Placeholders are no exception, comments are left out and "#" is not escaped: Parse does not
+    /// always read the text back into the same entries.
+    std::string GetAsDataFile() const;
+
     /// Escapes "#", of which a single one starts a comment in the text form: doubles every "#" of
     /// the text, in place. For a text without carriage returns, Preunmask and then Unmask undo it.
     static void Mask(std::string& text);
@@ -118,7 +134,7 @@ protected:
     /// The entries. Every pointer is non-null, and every key equals its record's name.
     std::map<std::string, PropertyPtr> propertyMap;
 
-    /// True once Put, Delete or Clear was called; only a derived class ever clears it.
+    /// True once Put, Delete, Clear or Parse was called; only a derived class ever clears it.
     bool modified = false;
 };
 

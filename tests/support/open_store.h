@@ -10,12 +10,13 @@ struct Open : Store {
     using Store::Store;
 
     /// The records in the order of their names, as "[index name|value|comment]", then "*" if the
-    /// store is modified.
-    std::string Dump() const {
+    /// store is modified. Without raw lines the values of placeholders are left out.
+    std::string Dump(bool rawLines = true) const {
         std::string text;
         for (const auto& [name, record] : propertyMap) {
-            text += '[' + std::to_string(record->index) + ' ' + name + '|' + record->value + '|' +
-                    record->comment + ']';
+            const bool showsValue = rawLines || !name.starts_with('\n');
+            text += '[' + std::to_string(record->index) + ' ' + name + '|' +
+                    (showsValue ? record->value : "") + '|' + record->comment + ']';
         }
         return modified ? text + '*' : text;
     }

@@ -1,5 +1,6 @@
 #include "utility/file_config.h"
 
+#include <random>
 #include <stdexcept>
 
 #include "tests/support/open_store.h"
@@ -95,6 +96,41 @@ TEST_F(FileConfigTest, AFailedWriteBackPassesOutUnlessUnwinding) {
         throw std::logic_error("in flight");
     };
     EXPECT_THROW(fail(), std::logic_error);
+}
+
+TEST_F(FileConfigTest, ReadsWhatItWroteAndWhatParseReads) {
+    std::mt19937 generator(20'000);  // Seeded, so that a failure comes again.
+    const auto roll = [&generator](int times, const std::vector<std::string>& sides) {
+        std::string text;
+        while (times-- > 0) text += sides[generator() % sides.size()];
+        return text;
+    };
+    for (int round = 0; round < 2000; ++round) {
+        std::string text, plain;
+        for (unsigned long number = generator() % 9; number > 0; --number) {
+            const std::string key = std::to_string(number) + roll(1, {"k = ", "##=", "="});
+            const std::string item = key + roll(6, {"", "v", " ", "=", "##", "####"});
+            // A comment does not keep a "#" at its start or a "##".
+            const std::string note = "#c" + roll(4, {" ", "=", "#c", "##c"});
+            std::string line = roll(1, {"", "\t"}) + roll(1, {"", item}) + roll(1, {"", "#", note});
+            // Leaves the writer room for a blank and a line feed; the ends here go past 4094 bytes.
+            if (generator() % 4 == 0 && line.size() > 1) line.resize(4092, 'v');
+            text += roll(1, {"", "\r"}) + line + roll(1, {"\n", "\r\n", "\r\r\n"});
+            if (!line.empty()) plain += line + '\n';
+        }
+        const std::string name = std::to_string(round);  // fresh, as overwriting can be slow
+        Config config(Write(name, text + roll(1, {"", "k=v", "#"})), false);
+        const std::string records = config.Dump(false);
+        config.SaveAs(name + " once");
+        config.Reopen();
+        EXPECT_EQ(config.Dump(false), records) << text;
+        config.SaveAs(name + " twice");
+        EXPECT_EQ(Read(name + " twice"), Read(name + " once")) << text;
+        config.Reopen(Write(name + " plain", plain));
+        Open<mox::Properties> parsed;
+        parsed.Parse(plain);
+        EXPECT_EQ(parsed.Dump(false), config.Dump(false) + '*') << plain;
+    }
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 namespace {
 
+using namespace std::string_literals;
 using Row = std::pair<std::string, std::string>;
 using Store = Open<mox::Properties>;
 
@@ -87,6 +88,20 @@ TEST(Properties, ReadTruthFromEightWords) {
     for (const char* word : {"FALSE", "false", "0", "no"}) EXPECT_EQ(read(word, true), "0");
     for (const std::string word : {"Yes", "On", "1 "})
         EXPECT_EQ(read(word, true), "Bad value for boolean option \"" + word + '"');
+}
+
+TEST(Properties, ParseReplacesTheStoreByTheRecordsOfAText) {
+    Store store;
+    store.Parse("\n\r\n# readers\r\nC=0 # old\nC\r = 3\0   # entries\n\nName=a##b\n"s);
+    EXPECT_EQ(store.Dump(), "[1 \n1|# readers| readers][3 C|3\0| entries][4 Name|a#b|]*"s);
+    EXPECT_EQ(store.GetAsDataFile(), "\n1=# readers\nC=3\0\nName=a#b\n"s);
+    for (const char* bad : {"none", " = 3"}) {
+        EXPECT_EQ(Outcome([&] { store.Parse("\na=1\n\nb=2\n"s + bad + "\nc=4"); }),
+                  "Properties: wrong data in config data  in line 3");
+        EXPECT_EQ(store.Dump(), "[1 a|1|][2 b|2|]*");
+    }
+    store.Parse("\r\n\n");
+    EXPECT_EQ(store.Dump(), "*");
 }
 
 }  // namespace
