@@ -6,7 +6,7 @@
 
 /// The pieces of a list that is separated by ":", in order and untrimmed. Adjacent ":" count as
 /// one; one at the start or the end gives an empty piece there, and an empty list is one empty
-/// piece.
+/// piece. So "a::b:" gives "a", "b" and "".
 std::vector<std::string> SplitList(const std::string& list);
 
 /// The first path of a list of candidates that names an existing file (a directory does not count),

@@ -25,7 +25,18 @@ bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& ent
 /// The <string> element, a line feed and two tabs go before the first <string> that starts behind
 /// the first byte of the name. Only where the name is followed by </key>, white space and an array
 /// without entries does the element go into that one, on a line of its own, one tab deeper than the
-/// array's line; <array/> is opened up for it.
+/// array's line; <array/> is opened up for it. With the entry {"ID", "0x2"} (and tabs in front)
+///
+///     <key>ID</key>
+///     <array>
+///         <string>0x1</string>
+///
+/// becomes
+///
+///     <key>ID</key>
+///     <array>
+///         <string>0x2</string>
+///         <string>0x1</string>
 ///
 /// Throws mox::Exception: "Tree[x] not found" when a name does not occur, "<string>[x] not found"
 /// or "</array>[x] not found" when no such tag starts behind its first byte, also where an array

@@ -4,6 +4,11 @@
 /// back through free. Operations that return a result code leave the buffer as it was when they
 /// fail, save where their comment says otherwise. Set, Load and AppendBuffer change the block
 /// only through the virtual Alloc, Realloc and Destroy.
+///
+///     qel::BufferDynamic file;
+///     unsigned long result = file.Load("reader.cfg");
+///     if (result == qel::SUCCESS) result = file.AppendBuffer(qel::Buffer("#\n", 2));
+///     if (result != qel::SUCCESS) throw qel::Exception(result);
 #pragma once
 
 #include <string>

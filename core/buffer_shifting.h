@@ -5,6 +5,11 @@
 /// null only counts: it checks and counts down as over a real block, copies nothing and stays
 /// null, so that a writer can measure its output before any memory exists.
 ///
+///     qel::BufferDynamic text(6);
+///     qel::BufferShifting cursor(text);
+///     cursor.SetStringAndShift("0x");       // the first two bytes
+///     cursor.SetBufferAndShift(4, "FEED");  // the other four; GetSize() is now 0
+///
 /// Each operation answers ERROR_SIZE, with nothing copied and the cursor where it was, when it
 /// needs more bytes than remain.
 #pragma once

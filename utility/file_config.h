@@ -17,6 +17,10 @@
 /// than 4094 bytes.
 ///
 /// Failures are thrown as mox::Exception with the path as it was given.
+///
+///     mox::FileConfig config("reader.cfg", false);
+///     if (config.GetAsInt("Count", 0) == 0) config.Put("Count", "1");
+///     config.Save();  // without it the destructor would write the file, if it was changed
 #pragma once
 
 #include <string>

@@ -8,6 +8,12 @@
 /// Names are compared as bytes, so they are case-sensitive, and entries stand in ascending byte
 /// order of their names. A missing name is never an error. Every operation that allocates can throw
 /// std::bad_alloc, and then leaves the store consistent.
+///
+///     mox::Properties settings;
+///     settings.Parse("Limit = 10k  # bytes\nVerbose = yes\n");
+///     settings.GetAsInt("Limit", 0);         // 10240
+///     settings.GetAsBool("Verbose", false);  // true
+///     settings.Get("Path", "/tmp");          // "/tmp"
 #pragma once
 
 #include <map>
