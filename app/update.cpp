@@ -8,7 +8,6 @@
 #include "app/plist_patch.h"
 #include "core/buffer_dynamic.h"
 #include "core/exception.h"
-#include "core/result_codes.h"
 #include "utility/exception.h"
 
 namespace {
@@ -21,8 +20,7 @@ std::string FindPropertyList(const mox::Properties& config) {
 
 std::string LoadDocument(const std::string& path) {
     qel::BufferDynamic file;
-    const unsigned long result = file.Load(path.c_str());
-    if (result != qel::SUCCESS) throw qel::Exception(result);
+    qel::ThrowUnlessSuccess(file.Load(path.c_str()));
     std::string document(static_cast<const char*>(file.GetData()), file.GetSize());
     log("File loaded, size: %ld", static_cast<long>(document.size()));
     return document;
@@ -43,8 +41,7 @@ std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
 
 void SaveDocument(const std::string& document, const std::string& path) {
     const qel::Buffer bytes(document.data(), document.size());
-    const unsigned long result = bytes.Save(path.c_str());
-    if (result != qel::SUCCESS) throw qel::Exception(result);
+    qel::ThrowUnlessSuccess(bytes.Save(path.c_str()));
     log("Data updated, size: %ld", static_cast<long>(document.size()));
 }
 

@@ -3,20 +3,15 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-#include <limits>
-
 #include "core/buffer_shifting.h"
 #include "core/c_library.h"
 #include "core/exception.h"
 #include "core/result_codes.h"
+#include "core/size_arithmetic.h"
 
 namespace qel {
 
 namespace {
-
-void ThrowUnlessSuccess(unsigned long result) {
-    if (result != SUCCESS) throw Exception(result);
-}
 
 /// The part of Load between opening the file and closing it.
 unsigned long ReadWhole(::FILE* file, BufferDynamic& buffer) {
@@ -106,8 +101,7 @@ void* BufferDynamic::Detach() {
 
 unsigned long BufferDynamic::AppendBuffer(const Buffer& tail) {
     const unsigned long oldSize = size;
-    if (tail.GetSize() > std::numeric_limits<unsigned long>::max() - oldSize) return ERROR_MEM;
-    unsigned long result = Realloc(oldSize + tail.GetSize());
+    unsigned long result = Realloc(SaturatingAdd(oldSize, tail.GetSize()));
     if (result != SUCCESS) return result;
     // The cursor takes tail's size anew: a buffer appended to itself, whose size has just grown, is
     // refused here instead of being read past its end.

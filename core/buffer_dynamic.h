@@ -8,7 +8,7 @@
 ///     qel::BufferDynamic file;
 ///     unsigned long result = file.Load("reader.cfg");
 ///     if (result == qel::SUCCESS) result = file.AppendBuffer(qel::Buffer("#\n", 2));
-///     if (result != qel::SUCCESS) throw qel::Exception(result);
+///     qel::ThrowUnlessSuccess(result);
 #pragma once
 
 #include <string>

@@ -72,4 +72,8 @@ std::string Exception::TResultToMnemonicStr(unsigned long resultCode) {
     return found == std::end(codeNames) ? "" : found->mnemonic;
 }
 
+void ThrowUnlessSuccess(unsigned long resultCode) {
+    if (resultCode != SUCCESS) throw Exception(resultCode);
+}
+
 }  // namespace qel

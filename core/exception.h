@@ -44,4 +44,7 @@ protected:
     std::string message;    ///< what what() answers
 };
 
+/// Throws Exception(resultCode) for any code but SUCCESS.
+void ThrowUnlessSuccess(unsigned long resultCode);
+
 }  // namespace qel
