@@ -5,6 +5,7 @@
 #include "core/buffer_shifting.h"
 #include "core/exception.h"
 #include "core/result_codes.h"
+#include "tests/support/bytes.h"
 #include "tests/support/outcome.h"
 #include "tests/support/scratch_test.h"
 
@@ -14,10 +15,6 @@ using namespace std::string_literals;
 using qel::Buffer, qel::BufferDynamic, qel::BufferShifting;
 
 constexpr unsigned long tooMuch = 1ul << 62, everything = ~0ul;
-
-std::string Bytes(const Buffer& buffer) {
-    return {static_cast<const char*>(buffer.GetData()), buffer.GetSize()};
-}
 
 TEST(Buffer, ChangesTheBytesThatItViews) {
     std::string text = "abcdef";
