@@ -2,8 +2,8 @@
 ///
 /// The size is always the length of the owned block. Blocks come from malloc and realloc and go
 /// back through free. Operations that return a result code leave the buffer as it was when they
-/// fail, save where their comment says otherwise. Set, Load and AppendBuffer change the block
-/// only through the virtual Alloc, Realloc and Destroy.
+/// fail, save where their comment says otherwise. Set, the decoders, Load and AppendBuffer change
+/// the block only through the virtual Alloc, Realloc and Destroy.
 ///
 ///     qel::BufferDynamic file;
 ///     unsigned long result = file.Load("reader.cfg");
@@ -50,6 +50,18 @@ public:
 
     /// As above with the characters of text, without the terminating NUL.
     unsigned long Set(const std::string& text);
+
+    /// Replaces the contents by the bytes of hexadecimal text, which must not stand in this
+    /// buffer's block; allocates only when their number is not the current size. ERROR_DATA when
+    /// text is malformed (see the static FromHex), ERROR_MEM when the heap refuses.
+    unsigned long FromHex(const char* text) override;
+
+    /// The same with length characters of base64 text (see the static FromBase64); allocates
+    /// always.
+    unsigned long FromBase64(const char* text, unsigned long length) override;
+
+    using Buffer::FromBase64;
+    using Buffer::FromHex;
 
     /// Replaces the block by a new one of length bytes whose contents are undefined. For a length
     /// of 0 the address may be null or not. ERROR_MEM when the heap refuses.
