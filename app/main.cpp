@@ -6,6 +6,7 @@
 
 #include "app/command_line.h"
 #include "app/log.h"
+#include "app/process.h"
 #include "app/restore.h"
 #include "app/update.h"
 #include "app/usage.h"
@@ -45,6 +46,7 @@ int Run(int argc, const char* const* argv) {
 int main(int argc, char* argv[]) {
     // From the particular to the general: both libraries' exceptions are also std::exceptions.
     try {
+        PrepareProcess();
         return Run(argc, argv);
     } catch (int number) {
         std::printf("Error number 0x%x occured.\n", static_cast<unsigned int>(number));

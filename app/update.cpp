@@ -6,6 +6,7 @@
 #include "app/location.h"
 #include "app/log.h"
 #include "app/plist_patch.h"
+#include "app/replace_file.h"
 #include "core/buffer_dynamic.h"
 #include "core/exception.h"
 #include "utility/exception.h"
@@ -40,8 +41,7 @@ std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
 }
 
 void SaveDocument(const std::string& document, const std::string& path) {
-    const qel::Buffer bytes(document.data(), document.size());
-    qel::ThrowUnlessSuccess(bytes.Save(path.c_str()));
+    qel::ThrowUnlessSuccess(ReplaceFile(path, qel::Buffer(document.data(), document.size())));
     log("Data updated, size: %ld", static_cast<long>(document.size()));
 }
 

@@ -9,5 +9,6 @@
 ///
 /// Returns 0. Throws mox::Exception when no location exists, a listed name or its value is empty,
 /// or a landmark is missing from the file, and qel::Exception when the file cannot be read or
-/// written. The file is written at most once, as the last act.
+/// written. The file is replaced at most once, as the last act and by the rules of ReplaceFile, and
+/// is as it was after every failure that they do not except.
 int DoUpdate(mox::FileConfig& config);
