@@ -22,16 +22,14 @@ std::string Patched(const std::string& document, const std::string& names) try {
 
 TEST(PlistPatch, InsertsBeforeTheFirstEntryBehindTheName) {
     const std::tuple<std::string, std::string, std::string> rows[] = {
-        {"\0a<string>\r\n</array>"s, "a", "\0a"s + entry + next + "\r\n</array>"},
         // The second name stands in what the first inserts.
-        {"a<string></array>", "a:v", "a<string>v</string>\n\t\t" + entry + next + "</array>"},
+        {"\0a<string></array>"s, "a:v", "\0a<string>v</string>\n\t\t"s + entry + next + "</array>"},
         // The name is bare text, wherever it stands, and the tags may stand in either order.
-        {"<!-- a --></array><string>a", "a", "<!-- a --></array>" + entry + next + "a"},
+        {"<!-- a --></array>\r\n<string>a", "a", "<!-- a --></array>\r\n" + entry + next + "a"},
         // The search for the tags starts one byte behind the start of the name.
         {"<string>b<string></array>", "<string>b<string>", "<string>b" + entry + next + "</array>"},
         {"<string></array>a", "a", "<string>[x] not found"},
-        {"</array>a<string>", "a", "</array>[x] not found"},
-        {"a</key><array/><string>", "a", "</array>[x] not found"},
+        {"</array>a</key><array/><string>", "a", "</array>[x] not found"},
         {"a<string></array>", "a:A", "Tree[x] not found"},
     };
     for (const auto& [document, names, result] : rows) EXPECT_EQ(Patched(document, names), result);
@@ -52,8 +50,8 @@ TEST(PlistPatch, OpensAnEmptyArrayBehindItsKey) {
     }
     // Anything else between the name and the end of its array leaves the plain rule in force.
     for (const std::string other :
-         {"<!-- ID -->\n\t<key>ID</key>\n\t<array/>", "ID</key><!----><array/>",
-          "ID</key><array />", "ID</key><array><!----></array>", "ID </key><array/>"}) {
+         {"<!-- ID --><key>ID</key><array/>", "ID</key><!----><array/>", "ID</key><array />",
+          "ID</key><array><!----></array>", "ID </key><array/>"}) {
         EXPECT_EQ(Patched(other + head + tail, "ID"), other + head + entry + "\n\t\t" + tail);
     }
 }

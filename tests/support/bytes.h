@@ -3,9 +3,26 @@
 #include <string>
 
 #include "core/buffer_dynamic.h"
+#include "core/result_codes.h"
 
 inline qel::Buffer View(const std::string& bytes) { return {bytes.data(), bytes.size()}; }
 
 inline std::string Bytes(const qel::Buffer& buffer) {
     return {static_cast<const char*>(buffer.GetData()), buffer.GetSize()};
 }
+
+inline std::string BytesFromTo(int first, int last) {
+    std::string bytes;
+    for (int byte = first; byte <= last; ++byte) bytes += static_cast<char>(byte);
+    return bytes;
+}
+
+/// A buffer that gets no block of limit bytes or more, and no other size for one that it has.
+struct Refusing : qel::BufferDynamic {
+    using BufferDynamic::BufferDynamic;
+    unsigned long Alloc(unsigned long length) override {
+        return length >= limit ? qel::ERROR_PARAM : BufferDynamic::Alloc(length);
+    }
+    unsigned long Realloc(unsigned long) override { return qel::ERROR_DATA; }
+    unsigned long limit = 0;
+};
