@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/buffer_dynamic.h"
+
 /// A value to put at the head of the array that follows a name.
 struct PlistEntry {
     std::string name;   ///< found wherever it occurs first; not empty
@@ -16,11 +18,11 @@ struct PlistEntry {
 };
 
 /// Whether the <string> elements of all entries stand in document, each at or after the start of
-/// the one before: the names are expected in the order of their arrays. Traces each that it finds.
+/// the one before: the names are expected in the order of their arrays. Traces each that it finds;
+/// without a trace it looks no further than the first that is missing.
 bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& entries);
 
-/// The document with every entry inserted, each searched in the result of the ones before. Traces
-/// each.
+/// Inserts every entry into document, each searched in the result of the ones before. Traces each.
 ///
 /// The <string> element, a line feed and two tabs go before the first <string> that starts behind
 /// the first byte of the name. Only where the name is followed by </key>, white space and an array
@@ -38,7 +40,9 @@ bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& ent
 ///         <string>0x2</string>
 ///         <string>0x1</string>
 ///
-/// Throws mox::Exception: "Tree[x] not found" when a name does not occur, "<string>[x] not found"
-/// or "</array>[x] not found" when no such tag starts behind its first byte, also where an array
-/// without entries follows.
-std::string InsertEntries(std::string document, const std::vector<PlistEntry>& entries);
+/// document grows in its own block, once for all entries that leave each other alone. Throws
+/// mox::Exception: "Tree[x] not found" when a name does not occur, "<string>[x] not found" or
+/// "</array>[x] not found" when no such tag starts behind its first byte, also where an array
+/// without entries follows; and qel::Exception(ERROR_MEM) when the heap refuses the block. document
+/// then holds some of the entries.
+void InsertEntries(qel::BufferDynamic& document, const std::vector<PlistEntry>& entries);

@@ -7,6 +7,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <limits>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 #include "utility/exception.h"
 
@@ -17,10 +22,19 @@ namespace {
     std::exit(1);
 }
 
+/// Keeps what is freed: it would be given back page by page just before the process ends, which
+/// gives all back at once.
+void KeepFreedMemory() {
+#if defined(__GLIBC__)
+    ::mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+#endif
+}
+
 }  // namespace
 
 void PrepareProcess() {
     std::set_terminate(EndWithoutException);
+    KeepFreedMemory();
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

@@ -19,6 +19,7 @@
 #include <map>
 #endif
 
+#include "app/bytes.h"
 #include "core/buffer_dynamic.h"
 #include "core/result_codes.h"
 #include "utility/file.h"
@@ -185,18 +186,14 @@ bool Overwrite(int file, std::string_view from, std::string_view to) {
     return WriteAt(file, same, to.substr(same)) && cut && Flush(file);
 }
 
-std::string_view View(const qel::Buffer& buffer) {
-    return {static_cast<const char*>(buffer.GetData()), buffer.GetSize()};
-}
-
 unsigned long WriteInPlace(const std::string& path, int file, const struct stat& status,
                            const qel::Buffer& text) {
     qel::BufferDynamic old;
     if (const unsigned long result = old.Load(path.c_str())) return result;
     // Where another file has got the name by now, that one was loaded.
     if (!LeadsTo(path, 0, status)) return qel::ERROR_WRITE;
-    if (Overwrite(file, View(old), View(text))) return qel::SUCCESS;
-    Overwrite(file, View(text), View(old));
+    if (Overwrite(file, AsText(old), AsText(text))) return qel::SUCCESS;
+    Overwrite(file, AsText(text), AsText(old));
     return qel::ERROR_WRITE;
 }
 

@@ -1,8 +1,8 @@
 #include "app/update.h"
 
-#include <utility>
 #include <vector>
 
+#include "app/bytes.h"
 #include "app/location.h"
 #include "app/log.h"
 #include "app/plist_patch.h"
@@ -19,12 +19,9 @@ std::string FindPropertyList(const mox::Properties& config) {
     return FindLocation(list);
 }
 
-std::string LoadDocument(const std::string& path) {
-    qel::BufferDynamic file;
-    qel::ThrowUnlessSuccess(file.Load(path.c_str()));
-    std::string document(static_cast<const char*>(file.GetData()), file.GetSize());
-    log("File loaded, size: %ld", static_cast<long>(document.size()));
-    return document;
+void LoadDocument(const std::string& path, qel::BufferDynamic& document) {
+    qel::ThrowUnlessSuccess(document.Load(path.c_str()));
+    log("File loaded, size: %ld", static_cast<long>(document.GetSize()));
 }
 
 std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
@@ -40,22 +37,24 @@ std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
     return entries;
 }
 
-void SaveDocument(const std::string& document, const std::string& path) {
-    qel::ThrowUnlessSuccess(ReplaceFile(path, qel::Buffer(document.data(), document.size())));
-    log("Data updated, size: %ld", static_cast<long>(document.size()));
+void SaveDocument(const qel::Buffer& document, const std::string& path) {
+    qel::ThrowUnlessSuccess(ReplaceFile(path, document));
+    log("Data updated, size: %ld", static_cast<long>(document.GetSize()));
 }
 
 }  // namespace
 
 int DoUpdate(mox::FileConfig& config) {
     const std::string path = FindPropertyList(config);
-    std::string document = LoadDocument(path);
+    qel::BufferDynamic document;
+    LoadDocument(path, document);
     // A faulty list of names comes to light even where nothing would have to be inserted.
     const std::vector<PlistEntry> entries = ReadEntries(config);
-    if (HasAllEntries(document, entries)) {
+    if (HasAllEntries(AsText(document), entries)) {
         log("Already updated");
         return 0;
     }
-    SaveDocument(InsertEntries(std::move(document), entries), path);
+    InsertEntries(document, entries);
+    SaveDocument(document, path);
     return 0;
 }

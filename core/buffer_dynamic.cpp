@@ -113,6 +113,8 @@ unsigned long BufferDynamic::AppendBuffer(const Buffer& tail) {
 unsigned long BufferDynamic::Load(const char* path) {
     ::FILE* const file = qel::fopen(path, "rb");
     if (file == nullptr) return ERROR_FILE_OPEN;
+    // Everything goes into the block in one piece; a buffer between would only be read for nothing.
+    ::setvbuf(file, nullptr, _IONBF, 0);
     const unsigned long result = ReadWhole(file, *this);
     ::fclose(file);
     return result;

@@ -6,6 +6,7 @@
 #include "app/location.h"
 #include "app/plist_patch.h"
 #include "fuzz/fuzz.h"
+#include "tests/support/bytes.h"
 #include "tests/support/outcome.h"
 
 namespace {
@@ -31,13 +32,19 @@ std::size_t FindInsertion(const std::string& before, const std::string& after) {
     return place;
 }
 
+std::string Patched(const std::string& document, const std::vector<PlistEntry>& entries) {
+    qel::BufferDynamic patched(View(document));
+    InsertEntries(patched, entries);
+    return Bytes(patched);
+}
+
 void Patch(std::string document, const std::vector<PlistEntry>& entries) {
-    const std::string patched = InsertEntries(document, entries);
+    const std::string patched = Patched(document, entries);
     std::size_t last = 0, end = 0;
     bool isInOrder = true;
     for (const PlistEntry& entry : entries) {
         const std::string before = document, element = "<string>" + entry.value + "</string>";
-        document = InsertEntries(before, {entry});
+        document = Patched(before, {entry});
         const std::size_t place = FindInsertion(before, document);
         const std::size_t grown = document.size() - before.size();
         const std::size_t found = document.rfind(element, place + grown - element.size());

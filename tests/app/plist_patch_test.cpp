@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "app/bytes.h"
 #include "app/location.h"
+#include "tests/support/bytes.h"
 #include "utility/exception.h"
 
 namespace {
@@ -11,13 +15,20 @@ using namespace std::string_literals;
 
 const std::string entry = "<string>v</string>", next = "\n\t\t<string>";
 
-/// The document with the value "v" inserted for each of the names, or the failure's message.
-std::string Patched(const std::string& document, const std::string& names) try {
-    std::vector<PlistEntry> entries;
-    for (const std::string& name : SplitList(names)) entries.push_back({name, "v"});
-    return InsertEntries(document, entries);
+/// The document with the entries inserted, or the failure's message.
+std::string Patched(const std::string& document, const std::vector<PlistEntry>& entries) try {
+    qel::BufferDynamic patched(View(document));
+    InsertEntries(patched, entries);
+    return Bytes(patched);
 } catch (const mox::Exception& exception) {
     return exception.what();
+}
+
+/// The document with the value "v" inserted for each of the names.
+std::string Patched(const std::string& document, const std::string& names) {
+    std::vector<PlistEntry> entries;
+    for (const std::string& name : SplitList(names)) entries.push_back({name, "v"});
+    return Patched(document, entries);
 }
 
 TEST(PlistPatch, InsertsBeforeTheFirstEntryBehindTheName) {
@@ -31,6 +42,23 @@ TEST(PlistPatch, InsertsBeforeTheFirstEntryBehindTheName) {
         {"<string></array>a", "a", "<string>[x] not found"},
         {"</array>a</key><array/><string>", "a", "</array>[x] not found"},
         {"a<string></array>", "a:A", "Tree[x] not found"},
+        // The last name stands at the end, and across two entries that were inserted before.
+        {"a<string>b<string>\n\t\t<string>b<string>v</array>", "a:b:\n\t\t<string>b<string>v",
+         "a" + entry + "\n\t\t" + entry + next + "b" + entry + next + next + "b<string>v</array>"},
+        // What an entry before has changed: the bytes of an array that was empty, twice, the line
+        // of one that still is, twice, and a name that was there, twice.
+        {"ID</key><array/><string></array>", "ID:D",
+         "ID</key><array>\n\t" + entry + "\n\t\t" + entry + "\n</array><string></array>"},
+        {"A</key><array/><string>array/<string></array>", "A:rray/",
+         "A</key><array>\n\t" + entry + "\n</array><string>array/" + entry + next + "</array>"},
+        {"\n A<string>B</key><array/><string></array>", "A:B",
+         "\n A" + entry + next + "B</key><array>\n\t\t\t" + entry + "\n\t\t</array>" +
+             "<string></array>"},
+        {" A<string>B</key><array/><string></array>", "A:B",
+         " A" + entry + next + "B</key><array>\n\t\t\t" + entry + "\n\t\t</array>" +
+             "<string></array>"},
+        {"x<string>y</key>\n<array/><string></array>", "x:x<string>y", "Tree[x] not found"},
+        {"x<string>y<string>z</array>", "y:x<string>y<string>z", "Tree[x] not found"},
     };
     for (const auto& [document, names, result] : rows) EXPECT_EQ(Patched(document, names), result);
 }
@@ -53,6 +81,52 @@ TEST(PlistPatch, OpensAnEmptyArrayBehindItsKey) {
          {"<!-- ID --><key>ID</key><array/>", "ID</key><!----><array/>", "ID</key><array />",
           "ID</key><array><!----></array>", "ID </key><array/>"}) {
         EXPECT_EQ(Patched(other + head + tail, "ID"), other + head + entry + "\n\t\t" + tail);
+    }
+}
+
+// Entries that leave each other alone go in together; here most do not.
+TEST(PlistPatch, DoesWhatTheEntriesDoOneByOne) {
+    std::mt19937 random(1);
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    const auto text = [&below](std::size_t count) {
+        static const std::vector<std::string> tokens = SplitList(
+            "<string>:</string>:</array>:<array>:<array/>:</key>:a:b:ab:\n: :\t:g>:"
+            "<array>\n</array>:</key>\n<array>\n<string>");
+        std::string result;
+        while (count-- != 0) result += tokens[below(tokens.size())];
+        return result;
+    };
+    for (int round = 0; round < 30'000; ++round) {
+        const std::string document = text(below(30));
+        std::vector<PlistEntry> entries;
+        // Names from what is there by then, inserted entries included.
+        std::string patched = document;
+        for (auto count = 1 + below(4); count != 0 && !patched.ends_with("not found"); --count) {
+            const std::size_t start = below(patched.size() + 1);
+            const std::string name = patched.substr(start, 1 + below(1 + below(50)));
+            entries.push_back({name.empty() ? "a" : name, text(below(3))});
+            patched = Patched(patched, {entries.back()});
+        }
+        ASSERT_EQ(Patched(document, entries), patched) << document;
+    }
+}
+
+TEST(FindBytes, FindsWhatFindFinds) {
+    std::mt19937 random(1);
+    const auto text = [&random](std::size_t size, unsigned letters) {
+        std::string result;
+        while (size-- != 0) result += random() % 16 == 0 ? char('a' + random() % letters) : 'a';
+        return result;
+    };
+    for (int round = 0; round < 20'000; ++round) {
+        const unsigned letters = 1 + random() % 4;
+        const std::string document = text(random() % 1000, letters);
+        const std::size_t place = random() % (document.size() + 2), size = random() % 80;
+        const std::string wanted = random() % 2 == 0 || place > document.size()
+                                       ? text(size % 9, letters)
+                                       : document.substr(place, size);
+        ASSERT_EQ(FindBytes(document, wanted, place / 2), document.find(wanted, place / 2));
+        ASSERT_EQ(FindBytes(document, wanted, place), document.find(wanted, place));
     }
 }
 
