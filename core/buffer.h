@@ -66,8 +66,8 @@ public:
     static void Reverse(void* address, unsigned long length);
 
     // The encodings read every byte, so that none of them is for a cursor that only counts. Those
-    // that return text throw qel::Exception(ERROR_MEM) when the heap refuses the block that they
-    // work in or its size does not fit 64 bits, and std::bad_alloc when it refuses the string.
+    // that return text throw qel::Exception(ERROR_MEM) when the heap refuses the text or no string
+    // can be that long.
 
     /// The bytes as upper-case hexadecimal text, two digits a byte. After each complete group of
     /// groupSize bytes stands a space, and after each groupsPerLine groups lineSeparator behind

@@ -1,7 +1,8 @@
 #include <algorithm>
+#include <array>
+#include <numeric>
 
 #include "core/buffer.h"
-#include "core/buffer_dynamic.h"
 #include "core/size_arithmetic.h"
 
 namespace qel {
@@ -29,30 +30,25 @@ namespace {
 constexpr unsigned long letterCount = 66;
 
 /// The source up to its first zero byte, with each letter's code among those in `from` replaced by
-/// the code at the same place in `to`. All codes in `from` lie between lowest and highest.
-std::string ReplaceLetters(const Buffer& source, const unsigned char* from, const unsigned char* to,
-                           unsigned char lowest, unsigned char highest) {
-    const unsigned long size = source.GetSize();
-    const BufferDynamic block(SaturatingAdd(size, 1));
+/// the code at the same place in `to`.
+std::string ReplaceLetters(const Buffer& source, const unsigned char* from,
+                           const unsigned char* to) {
+    std::array<unsigned char, 256> codes;
+    std::iota(codes.begin(), codes.end(), static_cast<unsigned char>(0));
+    for (unsigned long letter = 0; letter < letterCount; ++letter) codes[from[letter]] = to[letter];
+
+    std::string text = TextOfSize(source.GetSize());
     const auto* const bytes = static_cast<const unsigned char*>(source.GetData());
-    auto* const text = static_cast<unsigned char*>(block.GetData());
-    std::transform(bytes, bytes + size, text, [=](unsigned char byte) {
-        if (byte < lowest || byte > highest) return byte;
-        const auto* const found = std::find(from, from + letterCount, byte);
-        return found == from + letterCount ? byte : to[found - from];
-    });
-    text[size] = 0;
-    return static_cast<const char*>(block.GetData());
+    std::transform(bytes, bytes + source.GetSize(), text.begin(),
+                   [&codes](unsigned char byte) { return static_cast<char>(codes[byte]); });
+    text.resize(std::min(text.find('\0'), text.size()));
+    return text;
 }
 
 }  // namespace
 
-std::string Buffer::ToDos() const {
-    return ReplaceLetters(*this, cChars_ + letterCount, cChars_, 0xA8, 0xFF);
-}
+std::string Buffer::ToDos() const { return ReplaceLetters(*this, cChars_ + letterCount, cChars_); }
 
-std::string Buffer::ToWin() const {
-    return ReplaceLetters(*this, cChars_, cChars_ + letterCount, 0x80, 0xF1);
-}
+std::string Buffer::ToWin() const { return ReplaceLetters(*this, cChars_, cChars_ + letterCount); }
 
 }  // namespace qel

@@ -1,11 +1,16 @@
-/// Sums and products of sizes that stop at the largest size instead of wrapping round. Private to
-/// this library.
+/// Sums and products of sizes that stop at the largest size instead of wrapping round, and texts of
+/// such sizes. Private to this library.
 ///
 /// No heap grants the largest size, so that a size that does not fit 64 bits ends like one that
 /// memory cannot hold: ERROR_MEM.
 #pragma once
 
+#include <exception>
 #include <limits>
+#include <string>
+
+#include "core/exception.h"
+#include "core/result_codes.h"
 
 namespace qel {
 
@@ -17,6 +22,14 @@ constexpr unsigned long SaturatingAdd(unsigned long left, unsigned long right) {
 
 constexpr unsigned long SaturatingMultiply(unsigned long left, unsigned long right) {
     return right != 0 && left > largestSize / right ? largestSize : left * right;
+}
+
+/// A text of this many characters, to be written over. Throws Exception(ERROR_MEM) when the heap
+/// refuses it or no string can be that long.
+inline std::string TextOfSize(unsigned long size) try {
+    return std::string(size, '\0');
+} catch (const std::exception&) {
+    throw Exception(ERROR_MEM);
 }
 
 }  // namespace qel

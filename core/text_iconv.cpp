@@ -51,11 +51,10 @@ unsigned long TranscodeUnits(const char* from, const char* to, const Buffer& inp
 /// length bytes at src, which need not be aligned, as wide text without the zeros at its end.
 unsigned long TranscodeToWide(const char* from, const void* src, unsigned long length,
                               unsigned long capacity, std::wstring& out) {
-    BufferDynamic input, block;
+    BufferDynamic block;
     unsigned long produced = 0;
-    unsigned long result = input.Set(length, src);
-    if (result != SUCCESS) return result;
-    result = Transcode(from, "WCHAR_T", input, capacity, block, produced);
+    const unsigned long result =
+        Transcode(from, "WCHAR_T", Buffer(src, length), capacity, block, produced);
     if (result != SUCCESS) return result;
     const auto* const text = static_cast<const wchar_t*>(block.GetData());
     unsigned long characters = produced / sizeof *text;
@@ -97,7 +96,7 @@ unsigned long TextConverter::WCharToASCIIWithSystemLocale(const wchar_t* src, st
     BufferDynamic text;
     const unsigned long result =
         TranscodeUnits("WCHAR_T", "WINDOWS-1251", Buffer(src, 4 * units), units, text);
-    if (result == SUCCESS) out = static_cast<const char*>(text.GetData());
+    if (result == SUCCESS) out.assign(static_cast<const char*>(text.GetData()), units - 1);
     return result;
 }
 
@@ -112,7 +111,7 @@ unsigned long TextConverter::ASCIIToWCharWithSystemLocale(const char* src, std::
     BufferDynamic text;
     const unsigned long result = TranscodeUnits("WINDOWS-1251", "WCHAR_T", Buffer(src, units),
                                                 SaturatingMultiply(4, units), text);
-    if (result == SUCCESS) out = static_cast<const wchar_t*>(text.GetData());
+    if (result == SUCCESS) out.assign(static_cast<const wchar_t*>(text.GetData()), units - 1);
     return result;
 }
 

@@ -1,8 +1,8 @@
 #include <string.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 #include "core/c_library.h"
@@ -50,12 +50,52 @@ unsigned long SizeWithTerminator(unsigned long count, unsigned long unitSize) {
     return SaturatingMultiply(SaturatingAdd(count, 1), unitSize);
 }
 
-/// The conversion into memory of the caller, from units of one type to what map, a member of
-/// LocaleInfo, makes of them.
-template <class From, auto map>
+/// Converts count codes and returns their number.
+template <class Unit>
+unsigned long WidenUnits(const void* src, unsigned long count, void* out, const LocaleInfo& info) {
+    const auto* const codes = static_cast<const unsigned char*>(src);
+    unsigned long place = 0;
+    // A long text is worth a table of its own, which asks nothing of a code and holds units.
+    if (count >= codeCount) {
+        Unit units[codeCount];
+        for (unsigned long code = 0; code < codeCount; ++code) {
+            units[code] = static_cast<Unit>(info.GetWChar(static_cast<unsigned char>(code)));
+        }
+        for (; count - place >= 4; place += 4) {
+            const unsigned char* const four = codes + place;
+            const Unit wide[] = {units[four[0]], units[four[1]], units[four[2]], units[four[3]]};
+            ::memcpy(static_cast<char*>(out) + place * sizeof(Unit), wide, sizeof wide);
+        }
+    }
+    for (; place < count; ++place) {
+        PutUnit(static_cast<Unit>(info.GetWChar(codes[place])), out, place);
+    }
+    return count;
+}
+
+/// Converts count units, or those before the first zero among them, and returns their number.
+template <class Unit>
+unsigned long NarrowUnits(const void* src, unsigned long count, void* out, const LocaleInfo& info) {
+    auto* const codes = static_cast<unsigned char*>(out);
+    wchar_t text[64];
+    for (unsigned long place = 0; place < count; place += std::size(text)) {
+        const unsigned long most = std::min(count - place, std::size(text));
+        unsigned long length = 0;
+        // What stands behind a zero need not be there to be read.
+        for (; length < most; ++length) {
+            text[length] = static_cast<wchar_t>(UnitAt<Unit>(src, place + length));
+            if (text[length] == L'\0') break;
+        }
+        info.GetChars(text, length, codes + place);
+        if (length < most) return place + length;
+    }
+    return count;
+}
+
+/// The conversion into memory of the caller, from units of one type to units of another.
+template <class From, class To, auto convert>
 unsigned long ConvertUnits(const void* src, unsigned long length, void* out, unsigned long& size,
                            const LocaleInfo& info) {
-    using To = std::invoke_result_t<decltype(map), const LocaleInfo&, From>;
     if (src == nullptr) {
         size = 0;
         return SUCCESS;
@@ -66,23 +106,48 @@ unsigned long ConvertUnits(const void* src, unsigned long length, void* out, uns
     const unsigned long room = std::exchange(size, needed);
     if (out == nullptr) return SUCCESS;
     if (room < needed) return ERROR_SIZE;
-    unsigned long place = 0;
-    for (; place < count; ++place) {
-        const From unit = UnitAt<From>(src, place);
-        // Single-byte text of a given length may hold zero bytes.
-        if (sizeof unit != 1 && unit == 0) break;
-        PutUnit((info.*map)(unit), out, place);
-    }
-    PutUnit(To{0}, out, place);
+    PutUnit(To{0}, out, convert(src, count, out, info));
     return SUCCESS;
 }
 
-template <auto map, class Unit>
+/// Looks characters up in the sorted map, width at a time, and returns how many that makes. The
+/// eight halvings of the map decide no branches, which would be foreseen wrongly every other time,
+/// and while one character waits for memory another can be looked at.
+template <unsigned long width>
+unsigned long FindCodes(const LocaleInfo::CharPair* map, const wchar_t* text, unsigned long count,
+                        unsigned char* codes) {
+    unsigned long place = 0;
+    for (; count - place >= width; place += width) {
+        std::int32_t wanted[width];
+        std::copy_n(text + place, width, wanted);
+        const LocaleInfo::CharPair* found[width];
+        std::fill_n(found, width, map);
+        for (unsigned long half = codeCount / 2; half != 0; half /= 2) {
+            for (unsigned long i = 0; i < width; ++i) {
+                const bool isBehind = found[i][half - 1].character < wanted[i];
+                found[i] += half & -static_cast<unsigned long>(isBehind);
+            }
+        }
+        for (unsigned long i = 0; i < width; ++i) {
+            if (found[i]->character != wanted[i]) throw Exception(NO_UNICODE_TRANSLATION);
+            codes[place + i] = found[i]->code;
+        }
+    }
+    return place;
+}
+
+template <class To>
+constexpr auto widen = ConvertUnits<unsigned char, To, WidenUnits<To>>;
+
+template <class From>
+constexpr auto narrow = ConvertUnits<From, char, NarrowUnits<From>>;
+
+template <class Unit>
 unsigned long Widen(const char* src, std::basic_string<Unit>& out, const LocaleInfo& info) {
     const unsigned long length = qel::strlen(src);
     const BufferDynamic text(SizeWithTerminator(length, sizeof(Unit)));
     unsigned long size = text.GetSize();
-    ConvertUnits<unsigned char, map>(src, length, text.GetData(), size, info);
+    widen<Unit>(src, length, text.GetData(), size, info);
     out.assign(static_cast<const Unit*>(text.GetData()), length);
     return SUCCESS;
 }
@@ -93,21 +158,24 @@ unsigned long Narrow(const Unit* src, std::string& out, const LocaleInfo& info) 
     out.resize(count);
     // The terminator falls on the string's own.
     unsigned long size = SizeWithTerminator(count, 1);
-    return ConvertUnits<Unit, &LocaleInfo::GetChar>(src, count * sizeof(Unit), out.data(), size,
-                                                    info);
+    return narrow<Unit>(src, count * sizeof(Unit), out.data(), size, info);
 }
 
 }  // namespace
 
 unsigned char TextConverter::LocaleInfo::GetChar(const wchar_t& c) const {
+    unsigned char code;
+    GetChars(&c, 1, &code);
+    return code;
+}
+
+void TextConverter::LocaleInfo::GetChars(const wchar_t* text, unsigned long count,
+                                         unsigned char* codes) const {
+    if (count == 0) return;
     if (reverseMap.GetSize() == 0) BuildReverseMap();
-    auto* const first = static_cast<CharPair*>(reverseMap.GetData());
-    const CharPair wanted{0, static_cast<std::int32_t>(c)};
-    const CharPair* const found = std::lower_bound(first, first + codeCount, wanted, IsBefore);
-    if (found == first + codeCount || found->character != wanted.character) {
-        throw Exception(NO_UNICODE_TRANSLATION);
-    }
-    return found->code;
+    const auto* const map = static_cast<const CharPair*>(reverseMap.GetData());
+    const unsigned long place = FindCodes<4>(map, text, count, codes);
+    FindCodes<1>(map, text + place, count - place, codes + place);
 }
 
 int TextConverter::LocaleInfo::compare(CharPair* a, CharPair* b) {
@@ -139,7 +207,7 @@ unsigned long TextConverter::EASCIIToUCS2(const char* src, unsigned long length,
 
 unsigned long TextConverter::EASCIIToWChar(const char* src, unsigned long length, wchar_t* out,
                                            unsigned long& size, const LocaleInfo& info) {
-    return ConvertUnits<unsigned char, &LocaleInfo::GetWChar>(src, length, out, size, info);
+    return widen<wchar_t>(src, length, out, size, info);
 }
 
 unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, unsigned long length,
@@ -149,7 +217,7 @@ unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, unsigned lo
 
 unsigned long TextConverter::WCharToEASCII(const wchar_t* src, unsigned long length, char* out,
                                            unsigned long& size, const LocaleInfo& info) {
-    return ConvertUnits<wchar_t, &LocaleInfo::GetChar>(src, length, out, size, info);
+    return narrow<wchar_t>(src, length, out, size, info);
 }
 
 unsigned long TextConverter::Convert(EDirection dir, const void* src, unsigned long length,
@@ -157,11 +225,9 @@ unsigned long TextConverter::Convert(EDirection dir, const void* src, unsigned l
     const LocaleInfo& table = info == nullptr ? *cpLWin1251 : *info;
     switch (dir) {
         case dirEASCIIToUCS2:
-            return ConvertUnits<unsigned char, &LocaleInfo::GetUCS2Char>(src, length, out, size,
-                                                                         table);
+            return widen<unsigned short>(src, length, out, size, table);
         case dirUCS2ToEASCII:
-            return ConvertUnits<unsigned short, &LocaleInfo::GetChar>(src, length, out, size,
-                                                                      table);
+            return narrow<unsigned short>(src, length, out, size, table);
     }
     return ERROR_INTERNAL;
 }
@@ -188,12 +254,12 @@ unsigned long TextConverter::UCS2ToASCIIWithSystemLocale(const void* src, unsign
 
 unsigned long TextConverter::EASCIIToUCS2(const char* src, std::basic_string<unsigned short>& out,
                                           const LocaleInfo& info) {
-    return Widen<&LocaleInfo::GetUCS2Char>(src, out, info);
+    return Widen(src, out, info);
 }
 
 unsigned long TextConverter::EASCIIToWChar(const char* src, std::wstring& out,
                                            const LocaleInfo& info) {
-    return Widen<&LocaleInfo::GetWChar>(src, out, info);
+    return Widen(src, out, info);
 }
 
 unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, std::string& out,

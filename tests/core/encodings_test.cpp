@@ -79,6 +79,42 @@ TEST(Encodings, ReadBase64InGroupsOfFour) {
     }
 }
 
+// What is long and regular goes a faster way than the short texts of the other tests.
+TEST(Encodings, TreatLongTextsLikeTheirParts) {
+    std::string bytes, hex, base64;
+    for (int group = 0; group < 50; ++group) {
+        const std::string three = BytesFromTo(5 * group, 5 * group + 2);
+        bytes += three;
+        hex += View(three).ToHex(0, 0, "");
+        base64 += View(three).ToBase64(0, "");
+        EXPECT_EQ(View(bytes).ToHex(0, 0, "") + View(bytes).ToBase64(0, ""), hex + base64);
+        EXPECT_EQ(View(bytes + "M").ToBase64(0, ""), base64 + "TQ==");
+        EXPECT_EQ(FromHex(hex) + FromBase64(base64 + "TQ=="), bytes + bytes + "M");
+    }
+    const std::string large(9000, 'M');
+    EXPECT_EQ(FromBase64(View(large).ToBase64(0, "")), large);
+    for (std::size_t place = 0; place < hex.size(); ++place) {
+        const std::string broken = std::string(hex).replace(place, 1, "g");
+        EXPECT_EQ(FromHex(broken), "ERROR_DATA") << place;
+        const std::string spaced = std::string(hex).insert(place, "\t");
+        EXPECT_EQ(FromHex(spaced), place % 2 == 0 ? bytes : "ERROR_DATA") << place;
+    }
+    for (std::size_t place = 0; place < base64.size(); ++place) {
+        EXPECT_EQ(FromBase64(std::string(base64).replace(place, 1, "*")), "ERROR_DATA") << place;
+        EXPECT_EQ(FromBase64(std::string(base64).insert(place, "\n ")), bytes) << place;
+    }
+    for (unsigned long room = 0; room < bytes.size(); ++room) {
+        std::string out(bytes.size(), '-');
+        unsigned long size = room;
+        EXPECT_EQ(Buffer::FromHex(hex.c_str(), size, out.data()), qel::ERROR_DATA);
+        EXPECT_EQ(out, bytes.substr(0, room) + std::string(bytes.size() - room, '-'));
+        out.assign(bytes.size(), '-');
+        EXPECT_EQ(Buffer::FromBase64(base64.data(), base64.size(), size, out.data()),
+                  qel::ERROR_SIZE);
+        EXPECT_EQ(out, bytes.substr(0, room) + std::string(bytes.size() - room, '-'));
+    }
+}
+
 TEST(Encodings, StopWhereTheRoomEnds) {
     std::string room = "---";
     unsigned long size = 3;

@@ -66,6 +66,7 @@ TEST(TextConverter, FillsMemoryOfTheCaller) {
           {Answer(C::EASCIIToUCS2, "\xE0\0\x98", 3, 8), " 8: 430 0 98 0"},
           {Answer(C::EASCIIToUCS2, "\x80\x7F", 0, 6, own), " 6: 4e2d 7f 0"},
           {Answer(C::UCS2ToEASCII, units, 0, 3, own), "NO_UNICODE_TRANSLATION 3: 80 aa aa"},
+          {Answer(C::WCharToEASCII, L"abc\x100", 0, 5), "NO_UNICODE_TRANSLATION 5: 61 62 63 aa aa"},
           {Answer(C::UCS2ToEASCII, ended, 1, 1), " 1: 0"},
           {Answer(C::UCS2ToEASCII, ended, 6, 4), " 4: 41 0 aa aa"},
           {Answer(C::WCharToEASCII, L"\x410\x451", 7, 2), " 2: c0 0"},
@@ -98,7 +99,8 @@ TEST(TextConverter, FillsBuffers) {
 }
 
 TEST(TextConverter, KnowsTheCodePageThatTheSystemKnows) {
-    const std::string codes = BytesFromTo(1, 0x97) + BytesFromTo(0x99, 0xFF);
+    // Twice, as a text of this length is converted in another way than a short one.
+    const std::string half = BytesFromTo(1, 0x97) + BytesFromTo(0x99, 0xFF), codes = half + half;
     std::string narrow = "-", narrowByUnits;
     std::wstring chart = L"-", wide = L"-";
     EXPECT_EQ(Converter::ASCIIToWCharWithSystemLocale(codes.c_str(), chart), qel::SUCCESS);
@@ -111,6 +113,12 @@ TEST(TextConverter, KnowsTheCodePageThatTheSystemKnows) {
               qel::SUCCESS);
     EXPECT_EQ(narrow + narrowByUnits, codes + codes);
     EXPECT_EQ(wide + std::wstring(units.begin(), units.end()), chart + chart);
+    // A text ends at its zero also where that is far behind its start and in front of its length.
+    const std::wstring ended = chart.substr(0, 100) + L'\0' + chart;
+    unsigned long size = narrow.size();
+    EXPECT_EQ(Converter::WCharToEASCII(ended.data(), 4 * 300, narrow.data(), size, win),
+              qel::SUCCESS);
+    EXPECT_EQ(std::string(narrow.c_str()), codes.substr(0, 100));
     for (const wchar_t* bad : {L"\x100", L"\x10410", L"\x7FFFFFFF", L"\xFFFFFFFF", L"\xE0041"}) {
         EXPECT_EQ(Outcome<Exception>([&] { Converter::WCharToEASCII(bad, narrow, win); }) +
                       Outcome<Exception>([&] { Converter::WCharToASCIIWithSystemLocale(bad); }),
