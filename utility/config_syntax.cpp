@@ -1,19 +1,15 @@
 #include "utility/config_syntax.h"
 
-#include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/trim.hpp>
+#include <algorithm>
 #include <memory>
 
 namespace mox {
 
 namespace {
 
-void TrimLineEnds(std::string& text) {
-    boost::algorithm::trim_if(text, boost::algorithm::is_any_of("\r\n"));
-}
-
-void TrimSpace(std::string& text) {
-    boost::algorithm::trim_if(text, boost::algorithm::is_any_of(whiteSpace));
+std::string_view Trim(std::string_view text, std::string_view characters) {
+    text.remove_prefix(std::min(text.find_first_not_of(characters), text.size()));
+    return text.substr(0, text.find_last_not_of(characters) + 1);
 }
 
 /// Cuts text at the comment marker and unescapes both halves. Returns the comment, empty if none.
@@ -34,25 +30,30 @@ bool IsPlaceholder(const Properties::Property& record) { return record.name.star
 
 }  // namespace
 
-Properties::PropertyPtr ReadConfigLine(const std::string& line, unsigned long lineNumber) {
-    std::string text = line;
+Properties::PropertyPtr ReadConfigLine(std::string_view line, unsigned long lineNumber) {
+    const std::string none;
+    auto record = std::make_shared<Properties::Property>(none, none, none, lineNumber);
     // The line ends go first: from TakeComment on, a carriage return stands for a "#".
-    TrimLineEnds(text);
-    const std::string comment = TakeComment(text);
-    TrimSpace(text);
+    std::string_view text = Trim(line, "\r\n");
+    std::string unescaped;
+    // Most lines have nothing to unescape, and are never copied as a whole.
+    if (text.find('#') != text.npos || text.find('\r') != text.npos) {
+        unescaped = text;
+        record->comment = TakeComment(unescaped);
+        text = unescaped;
+    }
+    text = Trim(text, whiteSpace);
     if (text.empty()) {
-        return std::make_shared<Properties::Property>('\n' + std::to_string(lineNumber), line,
-                                                      comment, lineNumber);
+        record->name = '\n' + std::to_string(lineNumber);
+        record->value = line;
+        return record;
     }
 
     const std::size_t equals = text.find('=');
-    if (equals == std::string::npos) return nullptr;
-    std::string name = text.substr(0, equals);
-    std::string value = text.substr(equals + 1);
-    TrimSpace(name);
-    TrimSpace(value);
-    if (name.empty()) return nullptr;
-    return std::make_shared<Properties::Property>(name, value, comment, lineNumber);
+    if (equals == text.npos) return nullptr;
+    record->name = Trim(text.substr(0, equals), whiteSpace);
+    record->value = Trim(text.substr(equals + 1), whiteSpace);
+    return record->name.empty() ? nullptr : record;
 }
 
 std::string WriteConfigLine(const Properties::Property& record) {

@@ -18,7 +18,7 @@ inline constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 /// The record of one line, which may carry its line end: a property, or a placeholder whose value
 /// is the line as given. Null when the line is malformed, that is, not blank but without "=" or
 /// without a name before it.
-Properties::PropertyPtr ReadConfigLine(const std::string& line, unsigned long lineNumber);
+Properties::PropertyPtr ReadConfigLine(std::string_view line, unsigned long lineNumber);
 
 /// The line of a record, ended by a line feed. A placeholder gives its comment alone, or a blank
 /// line; its value is not used. A comment that begins with "#" gets a blank in front.

@@ -19,7 +19,8 @@ void Properties::Clear() {
 
 void Properties::PutProperty(const PropertyPtr& record) {
     if (!record) throw Exception("Properties: null record");
-    propertyMap[record->name] = record;
+    // Names that come in order, as from many a file, then need no search.
+    propertyMap.insert_or_assign(propertyMap.end(), record->name, record);
 }
 
 void Properties::Put(const std::string& name, const std::string& value) {
