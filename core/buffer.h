@@ -33,6 +33,13 @@ public:
     /// Leaves the bytes alone.
     virtual ~Buffer();
 
+    /// The address of the first byte. May be null when the size is 0, and is null in a cursor that
+    /// only counts, whatever its size.
+    void* GetData() const { return data; }
+
+    /// The number of bytes.
+    unsigned long GetSize() const { return size; }
+
     /// Copies length bytes from src over the buffer's bytes; the two may overlap.
     /// ERROR_SIZE, with nothing copied, when length is not the buffer's size.
     virtual unsigned long Set(unsigned long length, const void* src);
@@ -65,9 +72,9 @@ public:
     /// Reverses the order of length bytes at address.
     static void Reverse(void* address, unsigned long length);
 
-    // The encodings read every byte, so that none of them is for a cursor that only counts. Those
-    // that return text throw qel::Exception(ERROR_MEM) when the heap refuses the text or no string
-    // can be that long.
+    // The encodings. Each reads every byte, so that none of them is for a cursor that only counts.
+    // Those that return text throw qel::Exception(ERROR_MEM) when the heap refuses the text or no
+    // string can be that long.
 
     /// The bytes as upper-case hexadecimal text, two digits a byte. After each complete group of
     /// groupSize bytes stands a space, and after each groupsPerLine groups lineSeparator behind
@@ -118,13 +125,6 @@ public:
 
     /// The same from code page 866 to Windows-1251.
     std::string ToWin() const;
-
-    /// The address of the first byte. May be null when the size is 0, and is null in a cursor that
-    /// only counts, whatever its size.
-    void* GetData() const { return data; }
-
-    /// The number of bytes.
-    unsigned long GetSize() const { return size; }
 
 protected:
     void* data = nullptr;    ///< the first byte

@@ -1,4 +1,9 @@
 /// qel::Exception: a result code that travels as an exception.
+///
+/// Thrown where an operation of the core library cannot return its result code (a constructor, an
+/// assignment, a function that returns its result by value), and by callers for whom a code is
+/// fatal. Thrown by value, caught by reference. Only running out of memory for the texts can make
+/// an operation of this class throw (std::bad_alloc).
 #pragma once
 
 #include <exception>
@@ -6,10 +11,6 @@
 
 namespace qel {
 
-/// Thrown where an operation of the core library cannot return its result code (a constructor, an
-/// assignment, a function that returns its result by value), and by callers for whom a code is
-/// fatal. Thrown by value, caught by reference. Only running out of memory for the texts can make
-/// an operation of this class throw (std::bad_alloc).
 class Exception : public std::exception {
 public:
     /// The message is the code's mnemonic, or "Unknown error" for a code without one.

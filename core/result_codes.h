@@ -6,6 +6,7 @@
 /// no such table.
 #pragma once
 
+/// The core library: bytes, their encodings, text, and the codes that its operations answer with.
 namespace qel {
 
 static_assert(sizeof(unsigned long) == 8, "result codes, sizes and record places are 64 bits wide");

@@ -105,7 +105,7 @@ public:
     /// s, which must not be null, without the spaces (0x20 alone) at its start and end.
     static std::string Trim(const char* s);
 
-    // Through a table, into memory of the caller: out has room for size bytes.
+    // Through a table, into memory of the caller. out has room for size bytes.
     //
     // A length of 0 means that src runs up to its terminator. Single-byte text is otherwise
     // converted whole, zero bytes included; UCS-2 and wide text ends before length at a zero unit,
@@ -154,7 +154,7 @@ public:
     static unsigned long UCS2ToASCIIWithSystemLocale(const void* src, unsigned long length,
                                                      void* out, unsigned long& size);
 
-    // Through a table, into a string: src runs up to its terminator and must not be null. SUCCESS.
+    // Through a table, into a string. src runs up to its terminator and must not be null. SUCCESS.
     //
     // From single-byte text, qel::Exception(ERROR_MEM) is thrown, with out unchanged, when the heap
     // refuses. Towards single-byte text, what GetChar throws comes through; out then has the length

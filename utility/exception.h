@@ -4,6 +4,7 @@
 #include <exception>
 #include <string>
 
+/// The utility library: named values and their files, the file system, strings.
 namespace mox {
 
 /// A failure told by a message. Thrown by value, caught by reference.

@@ -111,6 +111,8 @@ public:
 
     /// Not copied: a stream is closed once.
     Guard(const Guard&) = delete;
+
+    /// Nor assigned.
     Guard& operator=(const Guard&) = delete;
 
     /// Closes the stream.

@@ -50,6 +50,8 @@ public:
     /// Not copied, but merged into another: an assignment would undo the mark of a modified store,
     /// and a FileConfig would then not be written back.
     Properties(const Properties&) = delete;
+
+    /// Nor assigned.
     Properties& operator=(const Properties&) = delete;
 
     /// Lets go of every record. Throws nothing itself; a derived class may.
