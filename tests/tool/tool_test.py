@@ -7,7 +7,7 @@ import unittest
 
 from scratch import AFTER, BEFORE, CONFIG, TWICE, ScratchRun
 
-BANNER = "Quorvel version 0.0.1.1 for %s.\n"
+BANNER = f"Quorvel version {os.environ['VERSION']} for %s.\n"
 HINT = "Use parameter help (-h) to see help on usage.\n"
 HELP = BANNER + """\
 Usage: Quorvel <options> <command> <command parameters>
