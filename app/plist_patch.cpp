@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/bytes.h"
+#include "app/byte_search.h"
 #include "app/log.h"
 #include "core/exception.h"
 #include "utility/exception.h"
@@ -122,10 +122,10 @@ private:
 
 void Patch::Insert(const PlistEntry& entry) {
     log("Searching to insert \"%s\"", entry.value.c_str());
-    Plan plan = MakePlan(AsText(document), entry);
+    Plan plan = MakePlan(AsStringView(document), entry);
     if (!waiting.empty() && Concerns(plan, entry.name)) {
         MakeSplices();
-        plan = MakePlan(AsText(document), entry);
+        plan = MakePlan(AsStringView(document), entry);
     }
     if (plan.error != nullptr) throw mox::Exception(plan.error);
     const auto isBefore = [](const Splice& left, const Splice& right) {
@@ -162,7 +162,7 @@ bool Patch::Concerns(const Plan& plan, std::string_view name) const {
 /// Whether the name could stand in the changed document where it does not in this one: in or across
 /// the end of what a splice inserts.
 bool Patch::BringsUp(std::string_view name) const {
-    const std::string_view text = AsText(document);
+    const std::string_view text = AsStringView(document);
     const std::size_t reach = name.size() - 1;
     std::size_t last = 0;
     for (const auto& [position, length, inserted] : waiting) {

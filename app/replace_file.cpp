@@ -19,7 +19,7 @@
 #include <map>
 #endif
 
-#include "app/bytes.h"
+#include "app/byte_search.h"
 #include "core/buffer_dynamic.h"
 #include "core/result_codes.h"
 #include "utility/file.h"
@@ -192,8 +192,8 @@ unsigned long WriteInPlace(const std::string& path, int file, const struct stat&
     if (const unsigned long result = old.Load(path.c_str())) return result;
     // Where another file has got the name by now, that one was loaded.
     if (!LeadsTo(path, 0, status)) return qel::ERROR_WRITE;
-    if (Overwrite(file, AsText(old), AsText(text))) return qel::SUCCESS;
-    Overwrite(file, AsText(text), AsText(old));
+    if (Overwrite(file, AsStringView(old), AsStringView(text))) return qel::SUCCESS;
+    Overwrite(file, AsStringView(text), AsStringView(old));
     return qel::ERROR_WRITE;
 }
 

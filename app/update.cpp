@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "app/bytes.h"
+#include "app/byte_search.h"
 #include "app/location.h"
 #include "app/log.h"
 #include "app/plist_patch.h"
@@ -26,7 +26,7 @@ void LoadDocument(const std::string& path, qel::BufferDynamic& document) {
 
 std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
     std::vector<PlistEntry> entries;
-    for (const std::string& name : SplitList(config.Get("Tree"))) {
+    for (const std::string& name : SplitAtColons(config.Get("Tree"))) {
         // An empty name would put its entry before the first <string> of the document, which need
         // not stand in an array; no reader would take such a file any more.
         if (name.empty()) throw mox::Exception("Empty name in \"Tree\"");
@@ -50,7 +50,7 @@ int DoUpdate(mox::FileConfig& config) {
     LoadDocument(path, document);
     // A faulty list of names comes to light even where nothing would have to be inserted.
     const std::vector<PlistEntry> entries = ReadEntries(config);
-    if (HasAllEntries(AsText(document), entries)) {
+    if (HasAllEntries(AsStringView(document), entries)) {
         log("Already updated");
         return 0;
     }

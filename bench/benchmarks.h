@@ -22,7 +22,7 @@ std::string ScratchFile();
 /// Words at random in Windows-1251, as many as it takes to reach size bytes.
 std::string RussianText(std::size_t size);
 
-inline std::string_view AsBytes(const qel::Buffer& buffer) {
+inline std::string_view AsStringView(const qel::Buffer& buffer) {
     return {static_cast<const char*>(buffer.GetData()), buffer.GetSize()};
 }
 

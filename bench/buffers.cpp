@@ -22,7 +22,7 @@ struct Block {
 };
 
 bool operator==(const qel::Buffer& left, const Block& right) {
-    return AsBytes(left) == std::string_view(right.bytes.get(), right.size);
+    return AsStringView(left) == std::string_view(right.bytes.get(), right.size);
 }
 
 Block LoadByHand(const char* path) {
@@ -48,7 +48,7 @@ void CompareBuffers() {
     bytes.FillRand();
     const std::string path = ScratchFile(), pathOfStdio = ScratchFile();
     bytes.Save(path.c_str());
-    SaveByHand(pathOfStdio.c_str(), AsBytes(bytes));
+    SaveByHand(pathOfStdio.c_str(), AsStringView(bytes));
     RequireEqual(bytes == LoadByHand(path.c_str()) && bytes == LoadByHand(pathOfStdio.c_str()),
                  "`Save`", "stdio");
     const auto load = [&] {
@@ -59,7 +59,7 @@ void CompareBuffers() {
     Compare(table, "`Load`", "stdio", 1.1, load, [&] { return LoadByHand(path.c_str()); });
     Compare(
         table, "`Save`", "stdio", 1.1, [&] { return bytes.Save(path.c_str()) == 0; },
-        [&] { return SaveByHand(pathOfStdio.c_str(), AsBytes(bytes)); });
+        [&] { return SaveByHand(pathOfStdio.c_str(), AsStringView(bytes)); });
     std::remove(path.c_str());
     std::remove(pathOfStdio.c_str());
 
@@ -68,11 +68,11 @@ void CompareBuffers() {
     qel::Buffer::Wipe(target.GetSize(), target.GetData());
     const auto set = [&] {
         target.Set(bytes.GetSize(), bytes.GetData());
-        return AsBytes(target);
+        return AsStringView(target);
     };
     const auto setByMemcpy = [&] {
         std::memcpy(target.GetData(), bytes.GetData(), bytes.GetSize());
-        return AsBytes(target);
+        return AsStringView(target);
     };
     Compare(table, "`Set`, the size unchanged", "`memcpy`", 1.1, set, setByMemcpy);
     const auto copyByHand = [&] {

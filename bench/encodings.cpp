@@ -53,7 +53,7 @@ void DecodeBase64(const char* name, const std::string& text) {
     std::unique_ptr<::guchar, decltype(&::g_free)> blockOfGlib(nullptr, ::g_free);
     const auto decode = [&] {
         block.FromBase64(text.data(), text.size());
-        return AsBytes(block);
+        return AsStringView(block);
     };
     const auto decodeByGlib = [&] {
         ::gsize length = 0;

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "app/bytes.h"
+#include "app/byte_search.h"
 #include "bench/benchmarks.h"
 #include "bench/compare.h"
 

@@ -103,7 +103,7 @@ void CompareFromWide(const std::wstring& wide) {
     qel::BufferDynamic block;
     const auto toUtf8 = [&] {
         TextConverter::WCharToUTF8(wide.c_str(), block);
-        return AsBytes(block);
+        return AsStringView(block);
     };
     const auto toUcs2 = [&] {
         Ucs2 out(wide.size() + 1, 0);
@@ -154,6 +154,6 @@ void CompareText() {
     TextConverter::EASCIIToUCS2(narrow.c_str(), ucs2, *TextConverter::cpLWin1251);
     TextConverter::WCharToUTF8(wide.c_str(), utf8);
     CompareTables(narrow, wide, ucs2);
-    CompareToWide(std::string(AsBytes(utf8)), ucs2, narrow);
+    CompareToWide(std::string(AsStringView(utf8)), ucs2, narrow);
     CompareFromWide(wide);
 }

@@ -146,7 +146,7 @@ std::int8_t Buffer::GetBase64Code(char c) {
 
 unsigned long Buffer::FromBase64(const char* text, unsigned long length, unsigned long& size,
                                  void* out) {
-    const unsigned long room = out == nullptr ? largestSize : size;
+    const unsigned long room = out == nullptr ? maxSize : size;
     BufferShifting cursor(out, room);
     std::string_view rest(text, length);
     for (char group[4];;) {
@@ -190,7 +190,7 @@ std::string Buffer::ToBase64(unsigned long lineLength, const char* lineSeparator
     const unsigned long lines = lineLength == 0 ? 0 : length / lineLength;
     const unsigned long separatorLength = lines == 0 ? 0 : qel::strlen(lineSeparator);
     std::string text =
-        TextOfSize(SaturatingAdd(length, SaturatingMultiply(lines, separatorLength)));
+        MakeString(SaturatingAdd(length, SaturatingMultiply(lines, separatorLength)));
 
     // From the end of the text, where there is room for it unbroken, line after line moves to its
     // place; what is left over is in its place then.

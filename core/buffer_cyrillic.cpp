@@ -37,7 +37,7 @@ std::string ReplaceLetters(const Buffer& source, const unsigned char* from,
     std::iota(codes.begin(), codes.end(), static_cast<unsigned char>(0));
     for (unsigned long letter = 0; letter < letterCount; ++letter) codes[from[letter]] = to[letter];
 
-    std::string text = TextOfSize(source.GetSize());
+    std::string text = MakeString(source.GetSize());
     const auto* const bytes = static_cast<const unsigned char*>(source.GetData());
     std::transform(bytes, bytes + source.GetSize(), text.begin(),
                    [&codes](unsigned char byte) { return static_cast<char>(codes[byte]); });

@@ -57,7 +57,7 @@ public:
     HexReader(std::string_view text, void* output, unsigned long outputSize)
         : rest(text),
           out(static_cast<unsigned char*>(output)),
-          room(output == nullptr ? largestSize : outputSize) {}
+          room(output == nullptr ? maxSize : outputSize) {}
 
     /// Reads to the end of the text; false when the text is malformed or the room too small.
     bool Read() {
@@ -134,7 +134,7 @@ std::string Buffer::ToHex(unsigned long groupSize, unsigned long groupsPerLine,
     const unsigned long groups = groupSize == 0 ? 0 : size / groupSize;
     const unsigned long lines = groupsPerLine == 0 ? 0 : groups / groupsPerLine;
     const unsigned long separatorLength = qel::strlen(lineSeparator);
-    std::string text = TextOfSize(SaturatingAdd(SaturatingAdd(SaturatingMultiply(2, size), groups),
+    std::string text = MakeString(SaturatingAdd(SaturatingAdd(SaturatingMultiply(2, size), groups),
                                                 SaturatingMultiply(lines, separatorLength)));
 
     char* end = text.data();

@@ -14,19 +14,19 @@
 
 namespace qel {
 
-inline constexpr unsigned long largestSize = std::numeric_limits<unsigned long>::max();
+inline constexpr unsigned long maxSize = std::numeric_limits<unsigned long>::max();
 
 constexpr unsigned long SaturatingAdd(unsigned long left, unsigned long right) {
-    return left > largestSize - right ? largestSize : left + right;
+    return left > maxSize - right ? maxSize : left + right;
 }
 
 constexpr unsigned long SaturatingMultiply(unsigned long left, unsigned long right) {
-    return right != 0 && left > largestSize / right ? largestSize : left * right;
+    return right != 0 && left > maxSize / right ? maxSize : left * right;
 }
 
 /// A text of this many characters, to be written over. Throws Exception(ERROR_MEM) when the heap
 /// refuses it or no string can be that long.
-inline std::string TextOfSize(unsigned long size) try {
+inline std::string MakeString(unsigned long size) try {
     return std::string(size, '\0');
 } catch (const std::exception&) {
     throw Exception(ERROR_MEM);

@@ -102,7 +102,7 @@ unsigned long ConvertUnits(const void* src, unsigned long length, void* out, uns
     }
     const unsigned long count = CountUnits<From>(src, length);
     const unsigned long needed = SizeWithTerminator(count, sizeof(To));
-    if (needed == largestSize) return ERROR_MEM;
+    if (needed == maxSize) return ERROR_MEM;
     const unsigned long room = std::exchange(size, needed);
     if (out == nullptr) return SUCCESS;
     if (room < needed) return ERROR_SIZE;

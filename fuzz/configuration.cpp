@@ -7,15 +7,15 @@
 #include <fstream>
 #include <map>
 
-#include "fuzz/fuzz.h"
-#include "tests/support/open_store.h"
-#include "tests/support/outcome.h"
+#include "fuzz/fuzz_target.h"
+#include "tests/support/exposed_store.h"
+#include "tests/support/result_text.h"
 #include "utility/file_config.h"
 #include "utility/string.h"
 
 namespace {
 
-using Config = Open<mox::FileConfig>;
+using Config = Exposed<mox::FileConfig>;
 
 const std::string path =
     std::filesystem::temp_directory_path() / ("quorvel-" + std::to_string(::getpid()));
@@ -38,10 +38,10 @@ std::string Plain(std::string text) {
 }
 
 void ReadAlike(const std::string& text) {
-    Open<mox::Properties> parsed;
+    Exposed<mox::Properties> parsed;
     Config config;
-    const std::string refusal = Outcome([&] { parsed.Parse(text); });
-    const std::string fileRefusal = Outcome([&] { config.Reopen(Written(text)); });
+    const std::string refusal = ResultText([&] { parsed.Parse(text); });
+    const std::string fileRefusal = ResultText([&] { config.Reopen(Written(text)); });
     const auto end = [](const std::string& message) {
         return message.substr(message.rfind(' ') + 1);
     };
@@ -52,7 +52,7 @@ void ReadAlike(const std::string& text) {
 
 void ReadBackTheSame(const std::string& text) {
     Config config;
-    if (!Outcome([&] { config.Reopen(Written(text)); }).empty()) return;
+    if (!ResultText([&] { config.Reopen(Written(text)); }).empty()) return;
     config.Save();
     // All that changes: a line that a later one replaced is gone, so the lines are counted anew; a
     // comment gets a blank before a "#" at its start, and loses half of each "##".

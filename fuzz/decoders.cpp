@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "core/result_codes.h"
-#include "fuzz/fuzz.h"
-#include "tests/support/bytes.h"
+#include "fuzz/fuzz_target.h"
+#include "tests/support/buffers.h"
 
 namespace {
 

@@ -5,16 +5,16 @@
 
 #include "app/location.h"
 #include "app/plist_patch.h"
-#include "fuzz/fuzz.h"
-#include "tests/support/bytes.h"
-#include "tests/support/outcome.h"
+#include "fuzz/fuzz_target.h"
+#include "tests/support/buffers.h"
+#include "tests/support/result_text.h"
 
 namespace {
 
 /// The entries of a list in which names and values take turns.
 std::vector<PlistEntry> Entries(const std::string& list) {
     std::vector<PlistEntry> entries;
-    const std::vector<std::string> texts = SplitList(list);
+    const std::vector<std::string> texts = SplitAtColons(list);
     for (std::size_t i = 1; i < std::min<std::size_t>(texts.size(), 32); i += 2) {
         if (!texts[i - 1].empty() && !texts[i].empty()) entries.push_back({texts[i - 1], texts[i]});
     }
@@ -64,7 +64,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string input(reinterpret_cast<const char*>(data), size);
     const std::size_t line = std::min(input.find('\n'), size);
     const std::string refusal =
-        Outcome([&] { Patch(input.substr(line), Entries(input.substr(0, line))); });
+        ResultText([&] { Patch(input.substr(line), Entries(input.substr(0, line))); });
     Require(refusal.empty() || refusal.ends_with("[x] not found"),
             "a refusal names what is missing");
     return 0;

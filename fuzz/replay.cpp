@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "fuzz/fuzz.h"
+#include "fuzz/fuzz_target.h"
 
 int main(int argc, char* argv[]) {
     for (const char* const path : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {

@@ -4,8 +4,8 @@
 
 #include "core/result_codes.h"
 #include "core/text_converter.h"
-#include "fuzz/fuzz.h"
-#include "tests/support/bytes.h"
+#include "fuzz/fuzz_target.h"
+#include "tests/support/buffers.h"
 
 using Converter = qel::TextConverter;
 

@@ -15,9 +15,9 @@ namespace mox::File {
 namespace {
 
 // Linux takes no longer path, so the parents would be made in vain.
-constexpr std::size_t longestForcedPath = 4095;
+constexpr std::size_t maxForcedPathLength = 4095;
 // What macOS takes, on every system: with its NUL the result fits an array of 1024 bytes.
-constexpr std::size_t longestFullPath = 1023;
+constexpr std::size_t maxFullPathLength = 1023;
 
 /// True as well when the directory is there by now: another process has made it, or path ends in
 /// "/" and its parent was it.
@@ -43,7 +43,7 @@ bool ForceDirectories(const char* path) {
 
     const std::string_view text = path;
     const std::size_t lastSlash = text.rfind('/');
-    if (lastSlash == std::string_view::npos || text.size() > longestForcedPath) return false;
+    if (lastSlash == std::string_view::npos || text.size() > maxForcedPathLength) return false;
     const std::string parent(text.substr(0, lastSlash));
     return ForceDirectories(parent.c_str()) && CreateDirectory(path);
 }
@@ -76,7 +76,7 @@ std::string GetFullFilePath(const std::string& path) {
                                                             ::free);
     if (!resolved) return path;
     std::string fullPath = resolved.get();
-    return fullPath.size() > longestFullPath ? path : fullPath;
+    return fullPath.size() > maxFullPathLength ? path : fullPath;
 }
 
 long GetFileSize(const char* path) {

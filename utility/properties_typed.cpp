@@ -13,12 +13,12 @@ namespace mox {
 
 namespace {
 
-struct TruthWord {
+struct BooleanWord {
     std::string_view text;
-    bool meaning;
+    bool value;
 };
 
-constexpr TruthWord truthWords[] = {
+constexpr BooleanWord booleanWords[] = {
     {"TRUE", true},   {"true", true},   {"1", true},  {"yes", true},
     {"FALSE", false}, {"false", false}, {"0", false}, {"no", false},
 };
@@ -57,8 +57,8 @@ unsigned long Properties::GetAsULong(const std::string& name, unsigned long defa
 bool Properties::GetAsBool(const std::string& name, bool defaultValue) const {
     const std::string value = Get(name);
     if (value.empty()) return defaultValue;
-    for (const auto& [text, meaning] : truthWords) {
-        if (value == text) return meaning;
+    for (const BooleanWord& word : booleanWords) {
+        if (value == word.text) return word.value;
     }
     throw Exception("Bad value for boolean option \"" + value + "\"");
 }

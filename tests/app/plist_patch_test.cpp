@@ -4,9 +4,9 @@
 
 #include <random>
 
-#include "app/bytes.h"
+#include "app/byte_search.h"
 #include "app/location.h"
-#include "tests/support/bytes.h"
+#include "tests/support/buffers.h"
 #include "utility/exception.h"
 
 namespace {
@@ -27,7 +27,7 @@ std::string Patched(const std::string& document, const std::vector<PlistEntry>& 
 /// The document with the value "v" inserted for each of the names.
 std::string Patched(const std::string& document, const std::string& names) {
     std::vector<PlistEntry> entries;
-    for (const std::string& name : SplitList(names)) entries.push_back({name, "v"});
+    for (const std::string& name : SplitAtColons(names)) entries.push_back({name, "v"});
     return Patched(document, entries);
 }
 
@@ -89,7 +89,7 @@ TEST(PlistPatch, DoesWhatTheEntriesDoOneByOne) {
     std::mt19937 random(1);
     const auto below = [&random](std::size_t limit) { return random() % limit; };
     const auto text = [&below](std::size_t count) {
-        static const std::vector<std::string> tokens = SplitList(
+        static const std::vector<std::string> tokens = SplitAtColons(
             "<string>:</string>:</array>:<array>:<array/>:</key>:a:b:ab:\n: :\t:g>:"
             "<array>\n</array>:</key>\n<array>\n<string>");
         std::string result;

@@ -3,8 +3,8 @@
 #include "core/buffer_dynamic.h"
 #include "core/buffer_shifting.h"
 #include "core/exception.h"
-#include "tests/support/bytes.h"
-#include "tests/support/outcome.h"
+#include "tests/support/buffers.h"
+#include "tests/support/result_text.h"
 #include "tests/support/scratch_test.h"
 
 namespace {
@@ -41,9 +41,9 @@ TEST_F(BufferFiles, LoadAsTheyWereSaved) {
         EXPECT_EQ(Read("file") + Bytes(buffer), bytes + bytes);
         EXPECT_EQ(buffer.GetData() == nullptr, bytes.empty());
     }
-    EXPECT_EQ(Refusing().Load("file") + Refusing().Set("x"), 2 * qel::ERROR_PARAM);
-    EXPECT_EQ(Refusing().AppendBuffer(buffer), qel::ERROR_DATA);
-    EXPECT_EQ(buffer.Load(Unseekable().c_str()), qel::ERROR_IO);
+    EXPECT_EQ(FailingBuffer().Load("file") + FailingBuffer().Set("x"), 2 * qel::ERROR_PARAM);
+    EXPECT_EQ(FailingBuffer().AppendBuffer(buffer), qel::ERROR_DATA);
+    EXPECT_EQ(buffer.Load(UnseekablePath().c_str()), qel::ERROR_IO);
     EXPECT_EQ(buffer.Load("missing"), qel::ERROR_FILE_OPEN);
     EXPECT_EQ(buffer.Save("missing/file"), qel::ERROR_WRITE);
     EXPECT_EQ(Bytes(buffer), "abc");
@@ -76,8 +76,8 @@ TEST(BufferDynamic, OwnsItsBlock) {
     const BufferDynamic second(first);
     const void* const block = first.GetData();
     EXPECT_TRUE(first.Set("xyz") == 0 && first.Realloc(3) == 0 && first.GetData() == block);
-    EXPECT_EQ(Outcome<qel::Exception>([&] { first = Buffer("", tooMuch); }), "ERROR_MEM");
-    EXPECT_EQ(Outcome<qel::Exception>([] { BufferDynamic{tooMuch}; }), "ERROR_MEM");
+    EXPECT_EQ(ResultText<qel::Exception>([&] { first = Buffer("", tooMuch); }), "ERROR_MEM");
+    EXPECT_EQ(ResultText<qel::Exception>([] { BufferDynamic{tooMuch}; }), "ERROR_MEM");
     third = first;
     first = View("n");
     EXPECT_EQ(Bytes(first) + Bytes(second) + Bytes(third), "nabcxyz");

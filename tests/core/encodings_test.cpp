@@ -3,8 +3,8 @@
 #include <tuple>
 
 #include "core/exception.h"
-#include "tests/support/bytes.h"
-#include "tests/support/outcome.h"
+#include "tests/support/buffers.h"
+#include "tests/support/result_text.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ using Lines = std::tuple<std::string, unsigned long, unsigned long, const char*,
 
 /// The name of the result code, if that is a failure, and the bytes that out holds.
 std::string Answer(unsigned long result, const Buffer& out) {
-    return Outcome<qel::Exception>([result] { qel::ThrowUnlessSuccess(result); }) + Bytes(out);
+    return ResultText<qel::Exception>([result] { qel::ThrowUnlessSuccess(result); }) + Bytes(out);
 }
 
 std::string FromHex(const std::string& text, Buffer&& out = BufferDynamic()) {
@@ -131,7 +131,7 @@ TEST(Encodings, StopWhereTheRoomEnds) {
              [] { Buffer("", 1ul << 60).ToHex(1, 1, "13 characters"); },
              [] { Buffer("", 3ul << 62).ToBase64(0, ""); },
              [] { Buffer("", 3ul << 60).ToBase64(1, "abc"); }, [] { Buffer("", ~0ul).ToDos(); }})
-        EXPECT_EQ(Outcome<qel::Exception>(encode), "ERROR_MEM");
+        EXPECT_EQ(ResultText<qel::Exception>(encode), "ERROR_MEM");
 }
 
 TEST(Encodings, FillBuffersWhollyOrNotAtAll) {
@@ -146,9 +146,9 @@ TEST(Encodings, FillBuffersWhollyOrNotAtAll) {
         EXPECT_EQ(FromBase64(base64, BufferDynamic(View(".."))), owned);
     }
     // Only base64 asks for a new block for as many bytes as there are.
-    EXPECT_EQ(FromHex("4D61", Refusing(View(".."))), "Ma");
-    EXPECT_EQ(FromHex("4D", Refusing(View(".."))), "ERROR_PARAM..");
-    EXPECT_EQ(FromBase64("TWE=", Refusing(View(".."))), "ERROR_PARAM..");
+    EXPECT_EQ(FromHex("4D61", FailingBuffer(View(".."))), "Ma");
+    EXPECT_EQ(FromHex("4D", FailingBuffer(View(".."))), "ERROR_PARAM..");
+    EXPECT_EQ(FromBase64("TWE=", FailingBuffer(View(".."))), "ERROR_PARAM..");
     EXPECT_EQ(View("..").FromBase64("TWE="), qel::SUCCESS);
 }
 

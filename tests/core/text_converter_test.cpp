@@ -6,8 +6,8 @@
 
 #include "core/exception.h"
 #include "core/result_codes.h"
-#include "tests/support/bytes.h"
-#include "tests/support/outcome.h"
+#include "tests/support/buffers.h"
+#include "tests/support/result_text.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ std::string Answer(unsigned long (*convert)(const From*, unsigned long, To*, uns
     auto* const out = static_cast<To*>(room == 0 ? nullptr : block.GetData());
     unsigned long size = room;
     std::ostringstream answer;
-    answer << Outcome<Exception>(
+    answer << ResultText<Exception>(
         [&] { ThrowUnlessSuccess(convert(src, length, out, size, info)); });
     answer << ' ' << size << ':' << std::hex;
     for (unsigned long i = 0; i < room / sizeof(To); ++i)
@@ -120,8 +120,8 @@ TEST(TextConverter, KnowsTheCodePageThatTheSystemKnows) {
               qel::SUCCESS);
     EXPECT_EQ(std::string(narrow.c_str()), codes.substr(0, 100));
     for (const wchar_t* bad : {L"\x100", L"\x10410", L"\x7FFFFFFF", L"\xFFFFFFFF", L"\xE0041"}) {
-        EXPECT_EQ(Outcome<Exception>([&] { Converter::WCharToEASCII(bad, narrow, win); }) +
-                      Outcome<Exception>([&] { Converter::WCharToASCIIWithSystemLocale(bad); }),
+        EXPECT_EQ(ResultText<Exception>([&] { Converter::WCharToEASCII(bad, narrow, win); }) +
+                      ResultText<Exception>([&] { Converter::WCharToASCIIWithSystemLocale(bad); }),
                   "NO_UNICODE_TRANSLATIONNO_UNICODE_TRANSLATION");
     }
     Info::CharPair low{9, INT32_MIN}, high{1, INT32_MAX};
@@ -150,7 +150,7 @@ TEST(TextConverter, ConvertsUTF8BothWays) {
 
 TEST(TextConverter, RefusesBadText) {
     constexpr unsigned long bad = qel::NO_UNICODE_TRANSLATION;
-    Refusing refusing;
+    FailingBuffer refusing;
     refusing.limit = 9;
     std::wstring wide = L"kept";
     std::string text = "kept";

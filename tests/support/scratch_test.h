@@ -14,14 +14,14 @@
 struct ScratchTest : testing::Test {
     ScratchTest() : folder(::mkdtemp(pattern.data())) {
         std::filesystem::current_path(folder);
-        ::close(lowestFree);
+        ::close(lowestFreeFd);
     }
     ~ScratchTest() override {
         std::filesystem::current_path("/");
         ::close(99);
         std::filesystem::remove_all(folder);
-        EXPECT_EQ(::dup(0), lowestFree) << "a file was left open";
-        ::close(lowestFree);
+        EXPECT_EQ(::dup(0), lowestFreeFd) << "a file was left open";
+        ::close(lowestFreeFd);
     }
 
     static std::string Write(const std::string& name, const std::string& bytes) {
@@ -34,14 +34,14 @@ struct ScratchTest : testing::Test {
     }
 
     /// The path of a stream without an end to seek; 99 is out of the way of the check above.
-    static std::string Unseekable() {
+    static std::string UnseekablePath() {
         int ends[2];
         EXPECT_TRUE(::pipe(ends) == 0 && ::dup2(ends[0], 99) == 99);
         for (const int end : ends) ::close(end);
         return "/dev/fd/99";
     }
 
-    const int lowestFree = ::dup(0);
+    const int lowestFreeFd = ::dup(0);
     std::string pattern = std::filesystem::temp_directory_path() / "quorvel-XXXXXX";
     const std::string folder;
 };

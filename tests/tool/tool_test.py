@@ -70,7 +70,7 @@ class Tool(ScratchRun):
         for arguments, *expected in rows:
             # The probe throws what its configuration names.
             (self.folder / "Quorvel.cfg").write_text("Throw=" + arguments[0])
-            outcome = self.run_tool(*arguments, executable=os.environ["LADDER_PROBE"])
+            outcome = self.run_tool(*arguments, executable=os.environ["EXCEPTION_EXIT_PROBE"])
             self.assertEqual(outcome, tuple(expected), arguments)
 
     def test_updates(self):

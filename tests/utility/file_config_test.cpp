@@ -2,14 +2,14 @@
 
 #include <stdexcept>
 
-#include "tests/support/open_store.h"
-#include "tests/support/outcome.h"
+#include "tests/support/exposed_store.h"
+#include "tests/support/result_text.h"
 #include "tests/support/scratch_test.h"
 
 namespace {
 
 using namespace std::string_literals;
-using Config = Open<mox::FileConfig>;
+using Config = Exposed<mox::FileConfig>;
 using FileConfigTest = ScratchTest;
 
 TEST_F(FileConfigTest, ReadsEveryLineIntoARecordAndWritesItBack) {
@@ -38,7 +38,7 @@ TEST_F(FileConfigTest, NamesWhatItCannotRead) {
     for (const auto& [text, line] : {Row{"a=1\n# note\n = value\n", "3"}, Row{"no # = value", "1"},
                                      Row{"a=" + std::string(4093, 'v'), "2"}}) {
         Write("config", text);
-        EXPECT_EQ(Outcome([] { Config("config", false); }),
+        EXPECT_EQ(ResultText([] { Config("config", false); }),
                   "FileConfig: wrong data in config file config in line " + line);
     }
 }
@@ -66,7 +66,7 @@ TEST_F(FileConfigTest, WritesItselfBackOnlyWhenChangedAndWhole) {
     EXPECT_EQ(Read(good) + Read("new"), "a=0\na=1 # one\n");
     for (const bool saved : {false, true}) {
         Config config(good, false);
-        EXPECT_NE(Outcome([&] { config.Reopen(bad); }), "");
+        EXPECT_NE(ResultText([&] { config.Reopen(bad); }), "");
         EXPECT_EQ(config.Dump() + config.fileName, "[1 a|1|]*" + bad);
         if (saved) config.SaveAs(good);
         EXPECT_EQ(config.modified, !saved);
@@ -78,7 +78,7 @@ TEST_F(FileConfigTest, WritesItselfBackOnlyWhenChangedAndWhole) {
 TEST_F(FileConfigTest, AFailedWriteBackPassesOutUnlessUnwinding) {
     mox::Properties* const changed = new Config("a/b", true);
     changed->Put("a", "1");
-    EXPECT_EQ(Outcome([&] { delete changed; }), "FileConfig: unable to open config file a/b");
+    EXPECT_EQ(ResultText([&] { delete changed; }), "FileConfig: unable to open config file a/b");
     const auto fail = [] {
         Config config("a/b", true);
         config.Put("a", "1");

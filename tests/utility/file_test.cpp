@@ -7,8 +7,8 @@
 #include <set>
 #include <tuple>
 
-#include "tests/support/bytes.h"
-#include "tests/support/outcome.h"
+#include "tests/support/buffers.h"
+#include "tests/support/result_text.h"
 #include "tests/support/scratch_test.h"
 
 namespace {
@@ -18,7 +18,7 @@ using namespace std::string_literals;
 using namespace mox::File;
 using Row = std::tuple<std::string, std::string, std::string>;
 using FileTest = ScratchTest;
-constexpr auto outcome = [](auto action) { return Outcome<mox::FileException>(action); };
+constexpr auto outcome = [](auto action) { return ResultText<mox::FileException>(action); };
 
 TEST_F(FileTest, ExistenceFollowsLinksAndTheDirectoryBit) {
     enum Kind { Nothing, File, Folder };
@@ -71,7 +71,7 @@ TEST_F(FileTest, PathsAreMergedCutAndResolved) {
 }
 
 TEST_F(FileTest, FilesAreSizedLoadedRenamedAndErased) {
-    const std::string load = "Error loading file \"", piped = Unseekable();
+    const std::string load = "Error loading file \"", piped = UnseekablePath();
     for (const auto& [path, size, loaded] :
          {Row{Write("one", "1"), "1", "1"}, Row{Write("empty", ""), "0", "0"},
           Row{"none", "Cannot open file", load + "none\", code: 0x6e"},
@@ -81,7 +81,7 @@ TEST_F(FileTest, FilesAreSizedLoadedRenamedAndErased) {
         EXPECT_EQ(outcome([&, &p = path] { return GetFileData(p.c_str(), data); }), loaded);
         EXPECT_EQ(data.GetSize(), loaded == size ? std::stoul(size) : 0);
     }
-    Refusing stubborn;
+    FailingBuffer stubborn;
     EXPECT_EQ(outcome([&] { GetFileData("", stubborn); }), "Error shrinking data buffer");
     EXPECT_TRUE(RenameFile("one", Write("two", "").c_str(), false) && Read("two") == "1");
     // A folder takes the place of a file only when that is removed first.
@@ -125,7 +125,8 @@ TEST_F(FileTest, TheWalkEndsWhereTheCallbackOrTheSystemEndsIt) {
     EXPECT_EQ(walk([](auto&) { return fs::remove_all("d"); }), "Error opening directory");
     // The system hands out so many in pieces. Without its descriptor the walk gets the first alone.
     for (int number = 0; number < 10'000; ++number) Write(std::to_string(number), "");
-    EXPECT_EQ(walk([this](auto&) { return ::close(lowestFree) <= 0; }), "Error reading directory");
+    EXPECT_EQ(walk([this](auto&) { return ::close(lowestFreeFd) <= 0; }),
+              "Error reading directory");
 }
 
 }  // namespace

@@ -4,13 +4,13 @@
 
 #include <tuple>
 
-#include "tests/support/open_store.h"
-#include "tests/support/outcome.h"
+#include "tests/support/exposed_store.h"
+#include "tests/support/result_text.h"
 
 namespace {
 
 using namespace std::string_literals;
-using Store = Open<mox::Properties>;
+using Store = Exposed<mox::Properties>;
 
 TEST(Properties, PutMakesARecordOnceThenChangesItsValue) {
     Store store, cleared, deleted;
@@ -43,7 +43,7 @@ TEST(Properties, SharesRecordsBetweenStores) {
         source.Put("c", "changed");
         EXPECT_EQ(target.Get("c"), "changed");
     }
-    EXPECT_EQ(Outcome([] { Store().PutProperty(nullptr); }), "Properties: null record");
+    EXPECT_EQ(ResultText([] { Store().PutProperty(nullptr); }), "Properties: null record");
 }
 
 TEST(Properties, ReadNumbersWithSizeSuffixes) {
@@ -69,7 +69,7 @@ TEST(Properties, ReadTruthFromEightWords) {
     Store store;
     const auto read = [&store](const std::string& word, bool defaultValue) {
         store.Put("a", word);
-        return Outcome([&] { return store.GetAsBool("a", defaultValue); });
+        return ResultText([&] { return store.GetAsBool("a", defaultValue); });
     };
     EXPECT_EQ(read("", true) + read("", false), "10");
     for (const char* word : {"TRUE", "true", "1", "yes"}) EXPECT_EQ(read(word, false), "1");
@@ -84,7 +84,7 @@ TEST(Properties, ParseReplacesTheStoreByTheRecordsOfAText) {
     EXPECT_EQ(store.Dump(), "[1 \n1|# readers| readers][3 C|3\0| entries][4 Name|a#b|]*"s);
     EXPECT_EQ(store.GetAsDataFile(), "\n1=# readers\nC=3\0\nName=a#b\n"s);
     for (const char* bad : {"none", " = 3"}) {
-        EXPECT_EQ(Outcome([&] { store.Parse("\na=1\n\nb=2\n"s + bad + "\nc=4"); }),
+        EXPECT_EQ(ResultText([&] { store.Parse("\na=1\n\nb=2\n"s + bad + "\nc=4"); }),
                   "Properties: wrong data in config data  in line 3");
         EXPECT_EQ(store.Dump(), "[1 a|1|][2 b|2|]*");
     }

@@ -4,7 +4,7 @@
 #include <string>
 
 template <class Store>
-struct Open : Store {
+struct Exposed : Store {
     using Store::modified;
     using Store::propertyMap;
     using Store::Store;

@@ -7,7 +7,7 @@
 #include "utility/exception.h"
 
 template <class Failure = mox::Exception, class Action>
-std::string Outcome(const Action& action) try {
+std::string ResultText(const Action& action) try {
     if constexpr (!std::is_void_v<decltype(action())>) return std::to_string(action());
     action();
     return "";

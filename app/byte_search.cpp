@@ -1,4 +1,4 @@
-#include "app/bytes.h"
+#include "app/byte_search.h"
 
 #include <array>
 #include <limits>
@@ -45,7 +45,7 @@ bool HasPair(const char* first, char firstByte, const char* second, char secondB
 
 }  // namespace
 
-std::string_view AsText(const qel::Buffer& buffer) {
+std::string_view AsStringView(const qel::Buffer& buffer) {
     return {static_cast<const char*>(buffer.GetData()), buffer.GetSize()};
 }
 

@@ -7,7 +7,7 @@
 #include "core/buffer.h"
 
 /// The bytes of a buffer, which has to outlive the result.
-std::string_view AsText(const qel::Buffer& buffer);
+std::string_view AsStringView(const qel::Buffer& buffer);
 
 /// What text.find(wanted, from) gives, but several times faster where the match is far away.
 ///

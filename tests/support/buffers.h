@@ -18,7 +18,7 @@ inline std::string BytesFromTo(int first, int last) {
 }
 
 /// A buffer that gets no block of limit bytes or more, and no other size for one that it has.
-struct Refusing : qel::BufferDynamic {
+struct FailingBuffer : qel::BufferDynamic {
     using BufferDynamic::BufferDynamic;
     unsigned long Alloc(unsigned long length) override {
         return length >= limit ? qel::ERROR_PARAM : BufferDynamic::Alloc(length);
