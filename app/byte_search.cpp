@@ -6,9 +6,9 @@
 namespace {
 
 constexpr std::size_t npos = std::string_view::npos;
-// So near, find is faster than choosing two bytes; so many show well enough which are rare.
-constexpr std::size_t nearby = 256;
-// A whole number of vectors.
+// Up to this distance find is faster than sampling. The sample has this size, too.
+constexpr std::size_t sampleSize = 256;
+// Whole SIMD vectors.
 constexpr std::size_t blockSize = 64;
 
 using Counts = std::array<unsigned, 256>;
@@ -19,23 +19,23 @@ Counts CountBytes(std::string_view sample) {
     return counts;
 }
 
-/// The place in wanted of the byte with the lowest count, save for the byte at the place except; 0
-/// where that leaves none.
-std::size_t RarestPlace(std::string_view wanted, const Counts& counts, std::size_t except) {
+/// Returns the index of the rarest byte of wanted, ignoring the bytes equal to wanted[excluded]; 0
+/// if none is left.
+std::size_t RarestIndex(std::string_view wanted, const Counts& counts, std::size_t excluded) {
     std::size_t rarest = 0;
     unsigned least = std::numeric_limits<unsigned>::max();
-    for (std::size_t place = 0; place < wanted.size(); ++place) {
-        const unsigned count = counts[static_cast<unsigned char>(wanted[place])];
-        if (count >= least || (except != npos && wanted[place] == wanted[except])) continue;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const unsigned count = counts[static_cast<unsigned char>(wanted[i])];
+        if (count >= least || (excluded != npos && wanted[i] == wanted[excluded])) continue;
         least = count;
-        rarest = place;
+        rarest = i;
     }
     return rarest;
 }
 
-/// Whether at any place of a block the one byte stands in the first and the other in the second.
-bool HasPair(const char* first, char firstByte, const char* second, char secondByte) {
-    // Without a way out in the middle the compiler makes vector instructions of it.
+/// Returns whether some i < blockSize has first[i] == firstByte and second[i] == secondByte.
+bool BlockMayMatch(const char* first, char firstByte, const char* second, char secondByte) {
+    // No early exit, so that the compiler vectorizes the loop.
     unsigned char found = 0;
     for (std::size_t i = 0; i < blockSize; ++i) {
         found |= static_cast<unsigned char>((first[i] == firstByte) & (second[i] == secondByte));
@@ -51,20 +51,23 @@ std::string_view AsStringView(const qel::Buffer& buffer) {
 
 std::size_t FindBytes(std::string_view text, std::string_view wanted, std::size_t from) {
     const std::size_t block = blockSize + wanted.size();
-    if (text.size() < from || text.size() - from < nearby + block) return text.find(wanted, from);
-    const std::size_t near = text.substr(from, nearby + wanted.size()).find(wanted);
+    if (text.size() < from || text.size() - from < sampleSize + block) {
+        return text.find(wanted, from);
+    }
+    const std::size_t near = text.substr(from, sampleSize + wanted.size()).find(wanted);
     if (near != npos) return from + near;
 
-    // From the middle, since a head differs from the body that it stands before.
-    const Counts counts = CountBytes(text.substr((from + text.size() - nearby) / 2, nearby));
-    const std::size_t one = RarestPlace(wanted, counts, npos);
-    const std::size_t other = RarestPlace(wanted, counts, one);
-    std::size_t place = from + nearby;
-    for (; text.size() - place >= block; place += blockSize) {
-        const char* const bytes = text.data() + place;
-        if (!HasPair(bytes + one, wanted[one], bytes + other, wanted[other])) continue;
+    // Sample the middle: the beginning of a document is not representative.
+    const Counts counts =
+        CountBytes(text.substr((from + text.size() - sampleSize) / 2, sampleSize));
+    const std::size_t first = RarestIndex(wanted, counts, npos);
+    const std::size_t second = RarestIndex(wanted, counts, first);
+    std::size_t position = from + sampleSize;
+    for (; text.size() - position >= block; position += blockSize) {
+        const char* const bytes = text.data() + position;
+        if (!BlockMayMatch(bytes + first, wanted[first], bytes + second, wanted[second])) continue;
         const std::size_t found = std::string_view(bytes, block - 1).find(wanted);
-        if (found != npos) return place + found;
+        if (found != npos) return position + found;
     }
-    return text.find(wanted, place);
+    return text.find(wanted, position);
 }

@@ -1,4 +1,4 @@
-/// Bytes seen as text, and plain search in them.
+/// Substring search, and buffers as std::string_view.
 #pragma once
 
 #include <cstddef>
@@ -6,12 +6,12 @@
 
 #include "core/buffer.h"
 
-/// The bytes of a buffer, which has to outlive the result.
+/// Returns a view of the buffer's bytes. It is stale once the buffer changes its size or ends.
 std::string_view AsStringView(const qel::Buffer& buffer);
 
-/// What text.find(wanted, from) gives, but several times faster where the match is far away.
+/// Returns text.find(wanted, from), but several times faster when the match is far away.
 ///
-/// std::string_view::find looks closer wherever the first byte stands, and in XML "<" is
-/// everywhere. Here two bytes of wanted that seem to be rare in the text have to be in their places
-/// first, which is compared for a block of places at a time.
+/// std::string_view::find stops at every occurrence of the first byte, and in XML "<" is
+/// everywhere. This search filters first, a block at a time, on the two bytes of wanted that are
+/// rarest in a sample of the text.
 std::size_t FindBytes(std::string_view text, std::string_view wanted, std::size_t from);

@@ -1,14 +1,13 @@
-/// Where the property list is, and the syntax of the lists in the configuration.
+/// Finds the property list; splits the lists of the configuration.
 #pragma once
 
 #include <string>
 #include <vector>
 
-/// The pieces of a list that is separated by ":", in order and untrimmed. Adjacent ":" count as
-/// one; one at the start or the end gives an empty piece there, and an empty list is one empty
-/// piece. So "a::b:" gives "a", "b" and "".
+/// Splits list at ":", without trimming. A run of ":" is one separator; a leading or trailing one
+/// yields an empty piece, and so does an empty list: "a::b:" yields "a", "b" and "".
 std::vector<std::string> SplitAtColons(const std::string& list);
 
-/// The first path of a list of candidates that names an existing file (a directory does not count),
-/// tracing each that it tries. Throws mox::Exception("Location not found") when there is none.
+/// Returns the first path of a ":"-separated list that is an existing file and not a directory,
+/// logging each one tried. Throws mox::Exception("Location not found") if there is none.
 std::string FindLocation(const std::string& list);

@@ -11,6 +11,5 @@ void log(const char* format, ...) {
     va_start(arguments, format);
     std::vprintf(format, arguments);
     va_end(arguments);
-    // The formats carry no line feed of their own, so that no line of trace can lack it.
     std::putchar('\n');
 }

@@ -1,4 +1,4 @@
-// From the arguments to a command, to one line and an exit status.
+// Runs the command; maps failures to one line and an exit status.
 
 #include <cstdio>
 #include <cstdlib>
@@ -16,11 +16,11 @@
 
 namespace {
 
-void RunCommand(const CommandLine& line) {
-    if (line.verbose) verboseMode = true;
-    log("Loading config from path \"%s\"...", line.configPath.c_str());
-    mox::FileConfig config(line.configPath, false);
-    if (line.command == Command::Restore) {
+void RunCommand(const CommandLine& arguments) {
+    if (arguments.verbose) verboseMode = true;
+    log("Loading config from path \"%s\"...", arguments.configPath.c_str());
+    mox::FileConfig config(arguments.configPath, false);
+    if (arguments.command == Command::Restore) {
         DoRestore(config);
     } else {
         DoUpdate(config);
@@ -28,15 +28,15 @@ void RunCommand(const CommandLine& line) {
 }
 
 int Run(int argc, const char* const* argv) {
-    const CommandLine line = ParseCommandLine(argc, argv);
-    if (!line.error.empty()) {
-        PrintArgumentError(line.error);
+    const CommandLine arguments = ParseCommandLine(argc, argv);
+    if (!arguments.error.empty()) {
+        PrintArgumentError(arguments.error);
         return 1;
     }
-    if (line.command == Command::Help) {
+    if (arguments.command == Command::Help) {
         PrintHelp();
     } else {
-        RunCommand(line);
+        RunCommand(arguments);
     }
     return 0;
 }
@@ -44,7 +44,7 @@ int Run(int argc, const char* const* argv) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    // From the particular to the general: both libraries' exceptions are also std::exceptions.
+    // Derived before base: both libraries' exceptions derive from std::exception.
     try {
         PrepareProcess();
         return Run(argc, argv);

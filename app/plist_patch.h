@@ -1,8 +1,8 @@
-/// The patch itself: the text of a property list in, the patched text out.
+/// The patch: the contents of a property list in, the patched contents out.
 ///
-/// The text is never parsed as XML. Landmarks are found by plain search of bytes, so everything but
-/// the new entries stays as it is, NUL bytes and line ends included; names and values are taken as
-/// bare text. Positions are byte offsets.
+/// The document is never parsed as XML. Keys and tags are found by substring search, so every other
+/// byte is preserved, NULs and line endings included. Names and values are used verbatim. Positions
+/// are byte offsets.
 #pragma once
 
 #include <string>
@@ -11,23 +11,25 @@
 
 #include "core/buffer_dynamic.h"
 
-/// A value to put at the head of the array that follows a name.
+/// A value to insert as the first element of the array after a key.
 struct PlistEntry {
-    std::string name;   ///< found wherever it occurs first; not empty
-    std::string value;  ///< goes into a <string> element as it is, without XML escaping
+    std::string name;   ///< the key; its first occurrence in the document is used; not empty
+    std::string value;  ///< the contents of the new <string> element, without XML escaping
 };
 
-/// Whether the <string> elements of all entries stand in document, each at or after the start of
-/// the one before: the names are expected in the order of their arrays. Traces each that it finds;
-/// without a trace it looks no further than the first that is missing.
-bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& entries);
+/// Returns whether document contains the <string> element of every entry, each at or after the
+/// start of the previous one: entries must be in document order. Logs each one found; with
+/// stopAtMissing, only those before the first missing one.
+bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& entries,
+                   bool stopAtMissing);
 
-/// Inserts every entry into document, each searched in the result of the ones before. Traces each.
+/// Inserts the entries in order, each searched in the result of the previous ones. Logs each.
 ///
-/// The <string> element, a line feed and two tabs go before the first <string> that starts behind
-/// the first byte of the name. Only where the name is followed by </key>, white space and an array
-/// without entries does the element go into that one, on a line of its own, one tab deeper than the
-/// array's line; <array/> is opened up for it. With the entry {"ID", "0x2"} (and tabs in front)
+/// The <string> element, a newline and two tabs are inserted before the first <string> after the
+/// first byte of the name. But if the name is followed by </key> and an empty array, with nothing
+/// but white space between these tags, the element goes into that array, on its own line, one tab
+/// deeper than the array; <array/> is expanded. With the entry {"ID", "0x2"} (and tabs as
+/// indentation)
 ///
 ///     <key>ID</key>
 ///     <array>
@@ -40,9 +42,8 @@ bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& ent
 ///         <string>0x2</string>
 ///         <string>0x1</string>
 ///
-/// document grows in its own block, once for all entries that leave each other alone. Throws
-/// mox::Exception: "Tree[x] not found" when a name does not occur, "<string>[x] not found" or
-/// "</array>[x] not found" when no such tag starts behind its first byte, also where an array
-/// without entries follows; and qel::Exception(ERROR_MEM) when the heap refuses the block. document
-/// then holds some of the entries.
+/// document is resized in place, once per entry. Throws mox::Exception: "Tree[x] not found" if a
+/// name does not occur, "<string>[x] not found" or "</array>[x] not found" if no such tag follows
+/// its first byte, even if an empty array does; and qel::Exception(ERROR_MEM) when out of memory.
+/// The entries before the failing one then remain in document.
 void InsertEntries(qel::BufferDynamic& document, const std::vector<PlistEntry>& entries);

@@ -1,10 +1,10 @@
-/// What the tool asks of its process before anything else.
+/// Process-wide setup, done first.
 #pragma once
 
-/// A write beyond the limit for files, or to a reader that has gone, is from now on an error like
-/// any other instead of the end of the process. Where there is not even the memory for an
-/// exception, the process ends with a line and status 1.
+/// Ignores SIGXFSZ and SIGPIPE, so that a write beyond the file size limit, or to a closed pipe,
+/// fails with an error code. If memory runs out even for an exception object, the process prints
+/// "Exception occured." and exits with status 1.
 ///
-/// Opens the standard streams that are closed on /dev/null, so that no file gets the number of one
-/// and, with it, the trace. Throws mox::Exception("Cannot open /dev/null") when that fails.
+/// Redirects closed standard streams to /dev/null, so that no file opened later takes their
+/// descriptor and receives the trace. Throws mox::Exception("Cannot open /dev/null") on failure.
 void PrepareProcess();

@@ -14,9 +14,9 @@
 namespace {
 
 std::string FindPropertyList(const mox::Properties& config) {
-    const std::string list = config.Get("FileName");
-    log("Locations to check: %s", list.c_str());
-    return FindLocation(list);
+    const std::string locations = config.Get("FileName");
+    log("Locations to check: %s", locations.c_str());
+    return FindLocation(locations);
 }
 
 void LoadDocument(const std::string& path, qel::BufferDynamic& document) {
@@ -27,8 +27,8 @@ void LoadDocument(const std::string& path, qel::BufferDynamic& document) {
 std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
     std::vector<PlistEntry> entries;
     for (const std::string& name : SplitAtColons(config.Get("Tree"))) {
-        // An empty name would put its entry before the first <string> of the document, which need
-        // not stand in an array; no reader would take such a file any more.
+        // An empty name would match at offset 0 and insert before the first <string>, possibly
+        // outside any array, which makes the file invalid.
         if (name.empty()) throw mox::Exception("Empty name in \"Tree\"");
         const std::string value = config.Get(name);
         if (value.empty()) throw mox::Exception("No value for \"" + name + "\"");
@@ -48,9 +48,10 @@ int DoUpdate(mox::FileConfig& config) {
     const std::string path = FindPropertyList(config);
     qel::BufferDynamic document;
     LoadDocument(path, document);
-    // A faulty list of names comes to light even where nothing would have to be inserted.
+    // Before the check, so that a bad "Tree" is reported even if nothing is to be inserted.
     const std::vector<PlistEntry> entries = ReadEntries(config);
-    if (HasAllEntries(AsStringView(document), entries)) {
+    // Without a trace only the first missing entry matters.
+    if (HasAllEntries(AsStringView(document), entries, !verboseMode)) {
         log("Already updated");
         return 0;
     }

@@ -84,33 +84,6 @@ TEST(PlistPatch, OpensAnEmptyArrayBehindItsKey) {
     }
 }
 
-// Entries that leave each other alone go in together; here most do not.
-TEST(PlistPatch, DoesWhatTheEntriesDoOneByOne) {
-    std::mt19937 random(1);
-    const auto below = [&random](std::size_t limit) { return random() % limit; };
-    const auto text = [&below](std::size_t count) {
-        static const std::vector<std::string> tokens = SplitAtColons(
-            "<string>:</string>:</array>:<array>:<array/>:</key>:a:b:ab:\n: :\t:g>:"
-            "<array>\n</array>:</key>\n<array>\n<string>");
-        std::string result;
-        while (count-- != 0) result += tokens[below(tokens.size())];
-        return result;
-    };
-    for (int round = 0; round < 30'000; ++round) {
-        const std::string document = text(below(30));
-        std::vector<PlistEntry> entries;
-        // Names from what is there by then, inserted entries included.
-        std::string patched = document;
-        for (auto count = 1 + below(4); count != 0 && !patched.ends_with("not found"); --count) {
-            const std::size_t start = below(patched.size() + 1);
-            const std::string name = patched.substr(start, 1 + below(1 + below(50)));
-            entries.push_back({name.empty() ? "a" : name, text(below(3))});
-            patched = Patched(patched, {entries.back()});
-        }
-        ASSERT_EQ(Patched(document, entries), patched) << document;
-    }
-}
-
 TEST(FindBytes, FindsWhatFindFinds) {
     std::mt19937 random(1);
     const auto text = [&random](std::size_t size, unsigned letters) {
