@@ -15,8 +15,6 @@ namespace qel {
 Buffer::Buffer(const void* address, unsigned long length)
     : data(const_cast<void*>(address)), size(length) {}
 
-Buffer::~Buffer() = default;
-
 unsigned long Buffer::Set(unsigned long length, const void* src) {
     if (length != size) return ERROR_SIZE;
     // memmove takes no null pointers, not even for no bytes.

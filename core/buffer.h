@@ -24,14 +24,7 @@ public:
     /// that writes is called on it (Set, FromHex, FromBase64, FillRand).
     Buffer(const void* address, unsigned long length);
 
-    /// A view of the same bytes.
-    Buffer(const Buffer&) = default;
-
-    /// Becomes a view of the same bytes; nothing is copied.
-    Buffer& operator=(const Buffer&) = default;
-
-    /// Leaves the bytes alone.
-    virtual ~Buffer();
+    virtual ~Buffer() = default;
 
     /// The address of the first byte. May be null when the size is 0, and is null in a cursor that
     /// only counts, whatever its size.

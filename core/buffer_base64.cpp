@@ -16,39 +16,38 @@ namespace qel {
 
 namespace {
 
+// The code of "=" that GetBase64Code returns, and its index in the alphabet.
 constexpr int padCode = 65;
+constexpr int padIndex = 64;
+constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/=";
 
-// The value of padding in this table is 64.
-constexpr char encoding[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/=";
-constexpr int padValue = 64;
-
-/// The two characters of each number of twelve bits, so that three bytes take two look-ups.
-constexpr auto encodedPairs = [] {
+/// The two characters of each 12-bit value: two look-ups per three bytes.
+constexpr auto encodePairs = [] {
     std::array<std::array<char, 2>, 4096> pairs{};
-    for (std::size_t i = 0; i < pairs.size(); ++i) pairs[i] = {encoding[i >> 6], encoding[i & 63]};
+    for (std::size_t i = 0; i < pairs.size(); ++i) pairs[i] = {alphabet[i >> 6], alphabet[i & 63]};
     return pairs;
 }();
 
-/// For each of the four places of a group the 24 bits that a character stands for in that place;
-/// a bit above them for every character that is not in the alphabet.
-constexpr std::uint32_t noValue = 1u << 24;
-constexpr auto groupBits = [] {
-    std::array<std::array<std::uint32_t, 256>, 4> bits{};
-    for (std::size_t place = 0; place < 4; ++place) {
-        bits[place].fill(noValue);
+/// For each position in a group, a character's contribution to the 24 bits; invalid, a bit above
+/// them, for characters outside the alphabet.
+constexpr std::uint32_t invalid = 1u << 24;
+constexpr auto decodeTable = [] {
+    std::array<std::array<std::uint32_t, 256>, 4> table{};
+    for (std::size_t i = 0; i < 4; ++i) {
+        table[i].fill(invalid);
         for (std::uint32_t value = 0; value < 64; ++value) {
-            bits[place][static_cast<unsigned char>(encoding[value])] = value << (18 - 6 * place);
+            table[i][static_cast<unsigned char>(alphabet[value])] = value << (18 - 6 * i);
         }
     }
-    return bits;
+    return table;
 }();
 
 // Unlike hexadecimal text, base64 text has no tabs.
 bool IsSkipped(char c) { return c == '\n' || c == '\r' || c == ' '; }
 
-/// Takes four characters off the text, with those before each that are skipped, and returns true.
-/// False when the text ends before the fourth. Where it ends with one to skip, that is the fourth.
-bool TakeGroup(std::string_view& text, char (&group)[4]) {
+/// Removes the next four characters from text, skipping white space. Returns false if the text ends
+/// first; but its very last character is never skipped as the fourth.
+bool ReadGroup(std::string_view& text, char (&group)[4]) {
     for (char& c : group) {
         do {
             if (text.empty()) return false;
@@ -59,7 +58,7 @@ bool TakeGroup(std::string_view& text, char (&group)[4]) {
     return true;
 }
 
-unsigned long PutByte(BufferShifting& out, int value) {
+unsigned long WriteByte(BufferShifting& out, int value) {
     const auto byte = static_cast<unsigned char>(value);
     return out.SetBufferAndShift(1, &byte);
 }
@@ -69,28 +68,28 @@ unsigned long DecodeGroup(const char (&group)[4], BufferShifting& out) {
               c3 = Buffer::GetBase64Code(group[2]), c4 = Buffer::GetBase64Code(group[3]);
     if (c1 < 0 || c2 < 0 || c3 < 0 || c4 < 0) return ERROR_DATA;
     if (c1 == padCode || c2 == padCode || (c3 == padCode && c4 != padCode)) return ERROR_DATA;
-    unsigned long result = PutByte(out, c1 << 2 | c2 >> 4);
-    if (result == SUCCESS && c3 != padCode) result = PutByte(out, (c2 & 15) << 4 | c3 >> 2);
-    if (result == SUCCESS && c4 != padCode) result = PutByte(out, (c3 & 3) << 6 | c4);
+    unsigned long result = WriteByte(out, c1 << 2 | c2 >> 4);
+    if (result == SUCCESS && c3 != padCode) result = WriteByte(out, (c2 & 15) << 4 | c3 >> 2);
+    if (result == SUCCESS && c4 != padCode) result = WriteByte(out, (c3 & 3) << 6 | c4);
     return result;
 }
 
-/// Takes the groups off the text that are four characters of the alphabet each, up to the first
-/// that is not or that has no room.
-void DecodePlainGroups(std::string_view& text, BufferShifting& out) {
+/// Fast path: decodes groups of four alphabet characters, up to the first other group or until out
+/// is full.
+void DecodeGroupsFast(std::string_view& text, BufferShifting& out) {
     const auto* const characters = reinterpret_cast<const unsigned char*>(text.data());
-    // Where bytes only count, all are written to the same place.
+    // When only counting, all bytes go to a dummy.
     unsigned char unused[3];
     const bool isWritten = out.GetData() != nullptr;
     auto* bytes = isWritten ? static_cast<unsigned char*>(out.GetData()) : unused;
     const unsigned long step = isWritten ? 3 : 0;
-    const unsigned long most = std::min<unsigned long>(text.size() / 4, out.GetSize() / 3);
+    const unsigned long maxGroups = std::min<unsigned long>(text.size() / 4, out.GetSize() / 3);
     unsigned long groups = 0;
-    for (; groups < most; ++groups, bytes += step) {
+    for (; groups < maxGroups; ++groups, bytes += step) {
         const unsigned char* const group = characters + 4 * groups;
-        const std::uint32_t bits = groupBits[0][group[0]] | groupBits[1][group[1]] |
-                                   groupBits[2][group[2]] | groupBits[3][group[3]];
-        if (bits >= noValue) break;
+        const std::uint32_t bits = decodeTable[0][group[0]] | decodeTable[1][group[1]] |
+                                   decodeTable[2][group[2]] | decodeTable[3][group[3]];
+        if (bits >= invalid) break;
         bytes[0] = static_cast<unsigned char>(bits >> 16);
         bytes[1] = static_cast<unsigned char>(bits >> 8);
         bytes[2] = static_cast<unsigned char>(bits);
@@ -99,38 +98,38 @@ void DecodePlainGroups(std::string_view& text, BufferShifting& out) {
     out.Shift(3 * groups);
 }
 
-/// Eight bytes as a number, the first of them highest; compilers make one load of it.
-std::uint64_t BigEndian(const unsigned char* bytes) {
+/// A big-endian load; compilers make one load and one byte swap of it.
+std::uint64_t LoadBigEndian64(const unsigned char* bytes) {
     return std::uint64_t{bytes[0]} << 56 | std::uint64_t{bytes[1]} << 48 |
            std::uint64_t{bytes[2]} << 40 | std::uint64_t{bytes[3]} << 32 |
            std::uint64_t{bytes[4]} << 24 | std::uint64_t{bytes[5]} << 16 |
            std::uint64_t{bytes[6]} << 8 | std::uint64_t{bytes[7]};
 }
 
-/// Writes the two characters of the lowest twelve bits.
-void PutPair(std::uint64_t bits, char* out) { ::memcpy(out, &encodedPairs[bits & 4095], 2); }
+/// Writes the two characters of the lowest 12 bits.
+void WritePair(std::uint64_t bits, char* out) { ::memcpy(out, &encodePairs[bits & 4095], 2); }
 
-/// Writes four characters for each three of count bytes, and for those that are left.
+/// Writes four characters for every three of count bytes, padded after the last.
 void Encode(const unsigned char* bytes, unsigned long count, char* out) {
     for (; count >= 8; count -= 6, bytes += 6, out += 8) {
-        const std::uint64_t bits = BigEndian(bytes);
-        PutPair(bits >> 52, out);
-        PutPair(bits >> 40, out + 2);
-        PutPair(bits >> 28, out + 4);
-        PutPair(bits >> 16, out + 6);
+        const std::uint64_t bits = LoadBigEndian64(bytes);
+        WritePair(bits >> 52, out);
+        WritePair(bits >> 40, out + 2);
+        WritePair(bits >> 28, out + 4);
+        WritePair(bits >> 16, out + 6);
     }
     for (; count >= 3; count -= 3, bytes += 3, out += 4) {
         const std::uint64_t bits =
             std::uint64_t{bytes[0]} << 16 | std::uint64_t{bytes[1]} << 8 | bytes[2];
-        PutPair(bits >> 12, out);
-        PutPair(bits, out + 2);
+        WritePair(bits >> 12, out);
+        WritePair(bits, out + 2);
     }
     if (count == 0) return;
     const int second = count == 2 ? bytes[1] : 0;
-    out[0] = encoding[bytes[0] >> 2];
-    out[1] = encoding[(bytes[0] & 3) << 4 | second >> 4];
-    out[2] = encoding[count == 2 ? (second & 15) << 2 : padValue];
-    out[3] = encoding[padValue];
+    out[0] = alphabet[bytes[0] >> 2];
+    out[1] = alphabet[(bytes[0] & 3) << 4 | second >> 4];
+    out[2] = alphabet[count == 2 ? (second & 15) << 2 : padIndex];
+    out[3] = alphabet[padIndex];
 }
 
 }  // namespace
@@ -146,21 +145,21 @@ std::int8_t Buffer::GetBase64Code(char c) {
 
 unsigned long Buffer::FromBase64(const char* text, unsigned long length, unsigned long& size,
                                  void* out) {
-    const unsigned long room = out == nullptr ? maxSize : size;
-    BufferShifting cursor(out, room);
+    const unsigned long capacity = out == nullptr ? maxSize : size;
+    BufferShifting cursor(out, capacity);
     std::string_view rest(text, length);
     for (char group[4];;) {
-        DecodePlainGroups(rest, cursor);
-        // At the end of a line this is all that the next group needs.
+        DecodeGroupsFast(rest, cursor);
+        // A line break between groups: back to the fast path.
         if (!rest.empty() && IsSkipped(rest.front())) {
             rest.remove_prefix(1);
             continue;
         }
-        if (!TakeGroup(rest, group)) break;
+        if (!ReadGroup(rest, group)) break;
         const unsigned long result = DecodeGroup(group, cursor);
         if (result != SUCCESS) return result;
     }
-    size = room - cursor.GetSize();
+    size = capacity - cursor.GetSize();
     return SUCCESS;
 }
 
@@ -174,15 +173,13 @@ unsigned long Buffer::FromBase64(const char* text, unsigned long length) {
 }
 
 unsigned long BufferDynamic::FromBase64(const char* text, unsigned long length) {
-    // A short text is decoded once and copied, which takes half the time of decoding it twice, the
-    // first time to count.
-    unsigned char decoded[6 * 1024];
-    const bool isShort = length / 4 * 3 <= sizeof decoded;
-    unsigned long count = sizeof decoded;
-    unsigned long result = FromBase64(text, length, count, isShort ? decoded : nullptr);
+    // Decoding once and copying takes less time than counting first.
+    BufferDynamic decoded;
+    unsigned long result = decoded.Alloc(length / 4 * 3);
+    unsigned long count = decoded.GetSize();
+    if (result == SUCCESS) result = FromBase64(text, length, count, decoded.GetData());
     if (result == SUCCESS) result = Alloc(count);
-    if (result != SUCCESS) return result;
-    return isShort ? Buffer::Set(count, decoded) : FromBase64(text, length, count, data);
+    return result == SUCCESS ? Buffer::Set(count, decoded.GetData()) : result;
 }
 
 std::string Buffer::ToBase64(unsigned long lineLength, const char* lineSeparator) const {
@@ -192,8 +189,8 @@ std::string Buffer::ToBase64(unsigned long lineLength, const char* lineSeparator
     std::string text =
         MakeString(SaturatingAdd(length, SaturatingMultiply(lines, separatorLength)));
 
-    // From the end of the text, where there is room for it unbroken, line after line moves to its
-    // place; what is left over is in its place then.
+    // Encode without line breaks at the end of the string, then move line by line to the front; the
+    // incomplete last line is already in its final position.
     char* encoded = text.data() + (text.size() - length);
     Encode(static_cast<const unsigned char*>(data), size, encoded);
     char* end = text.data();

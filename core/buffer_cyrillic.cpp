@@ -29,13 +29,15 @@ namespace {
 
 constexpr unsigned long letterCount = 66;
 
-/// The source up to its first zero byte, with each letter's code among those in `from` replaced by
-/// the code at the same place in `to`.
-std::string ReplaceLetters(const Buffer& source, const unsigned char* from,
-                           const unsigned char* to) {
+/// Returns source up to its first zero byte, with each byte that occurs in fromCodes replaced by
+/// the one at the same index in toCodes.
+std::string MapLetters(const Buffer& source, const unsigned char* fromCodes,
+                       const unsigned char* toCodes) {
     std::array<unsigned char, 256> codes;
     std::iota(codes.begin(), codes.end(), static_cast<unsigned char>(0));
-    for (unsigned long letter = 0; letter < letterCount; ++letter) codes[from[letter]] = to[letter];
+    for (unsigned long letter = 0; letter < letterCount; ++letter) {
+        codes[fromCodes[letter]] = toCodes[letter];
+    }
 
     std::string text = MakeString(source.GetSize());
     const auto* const bytes = static_cast<const unsigned char*>(source.GetData());
@@ -47,8 +49,8 @@ std::string ReplaceLetters(const Buffer& source, const unsigned char* from,
 
 }  // namespace
 
-std::string Buffer::ToDos() const { return ReplaceLetters(*this, cChars_ + letterCount, cChars_); }
+std::string Buffer::ToDos() const { return MapLetters(*this, cChars_ + letterCount, cChars_); }
 
-std::string Buffer::ToWin() const { return ReplaceLetters(*this, cChars_, cChars_ + letterCount); }
+std::string Buffer::ToWin() const { return MapLetters(*this, cChars_, cChars_ + letterCount); }
 
 }  // namespace qel

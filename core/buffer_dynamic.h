@@ -40,7 +40,6 @@ public:
     /// The same. A buffer can be assigned to itself.
     BufferDynamic& operator=(const BufferDynamic& source);
 
-    /// Releases the block.
     ~BufferDynamic() override;
 
     /// Replaces the contents by a copy of length bytes at src; allocates only when length is not

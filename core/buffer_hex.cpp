@@ -1,7 +1,8 @@
 #include <string.h>
 
 #include <algorithm>
-#include <string_view>
+#include <array>
+#include <cstdint>
 
 #include "core/buffer.h"
 #include "core/buffer_dynamic.h"
@@ -13,105 +14,61 @@ namespace qel {
 
 namespace {
 
-// Digits are read and written by arithmetic, of which the compiler makes vector instructions.
+constexpr char digits[] = "0123456789ABCDEFabcdef";
 
-/// The bytes that are read at once where nothing but digits stands.
-constexpr unsigned long chunkSize = 32;
+/// The value of each hexadecimal digit, of either case; invalid, above every byte, for other
+/// characters.
+constexpr std::uint16_t invalid = 0x100;
+constexpr auto digitValues = [] {
+    std::array<std::uint16_t, 256> values{};
+    values.fill(invalid);
+    for (std::uint16_t i = 0; i < sizeof digits - 1; ++i) {
+        values[static_cast<unsigned char>(digits[i])] = i < 16 ? i : i - 6;
+    }
+    return values;
+}();
+
+/// The two digits of each byte.
+constexpr auto digitPairs = [] {
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t i = 0; i < pairs.size(); ++i) pairs[i] = {digits[i >> 4], digits[i & 15]};
+    return pairs;
+}();
 
 bool IsWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-/// 0 to 15, or 255 for a character that is no hexadecimal digit.
-unsigned char DigitValue(char c) {
-    const auto digit = static_cast<unsigned char>(c - '0');
-    // With this bit a letter of either case is a small one.
-    const auto letter = static_cast<unsigned char>((c | 0x20) - 'a');
-    const auto value = static_cast<unsigned char>(letter < 6 ? letter + 10 : 255);
-    return digit < 10 ? digit : value;
+/// Returns the byte of the two digits at text, or a value from invalid up if they are none. The
+/// first character must not be the terminator.
+unsigned DecodeByte(const char* text) {
+    const unsigned high = digitValues[static_cast<unsigned char>(text[0])];
+    return high << 4 | digitValues[static_cast<unsigned char>(text[1])];
 }
 
-char Digit(int value) { return static_cast<char>(value + (value < 10 ? '0' : 'A' - 10)); }
-
-/// Decodes a chunk of digits; false, with the bytes undefined, when anything else stands there.
-bool ReadChunk(const char* digits, unsigned char (&bytes)[chunkSize]) {
-    unsigned char worst = 0;
-    for (unsigned long i = 0; i < chunkSize; ++i) {
-        const unsigned char high = DigitValue(digits[2 * i]), low = DigitValue(digits[2 * i + 1]);
-        bytes[i] = static_cast<unsigned char>(high << 4 | low);
-        worst |= high | low;
-    }
-    return worst < 16;
-}
-
-/// Writes two digits for each of count bytes and returns where they end.
+/// Writes two digits for each of count bytes and returns the end of the output.
 char* WriteDigits(const unsigned char* bytes, unsigned long count, char* out) {
-    for (unsigned long i = 0; i < count; ++i) {
-        out[2 * i] = Digit(bytes[i] >> 4);
-        out[2 * i + 1] = Digit(bytes[i] & 15);
-    }
-    return out + 2 * count;
+    for (unsigned long i = 0; i < count; ++i, out += 2) ::memcpy(out, &digitPairs[bytes[i]], 2);
+    return out;
 }
-
-/// The decoder's place in the text and in the output, which is null when bytes only count.
-class HexReader {
-public:
-    HexReader(std::string_view text, void* output, unsigned long outputSize)
-        : rest(text),
-          out(static_cast<unsigned char*>(output)),
-          room(output == nullptr ? maxSize : outputSize) {}
-
-    /// Reads to the end of the text; false when the text is malformed or the room too small.
-    bool Read() {
-        while (!rest.empty()) {
-            ReadChunks();
-            if (!ReadSingly(2 * chunkSize)) return false;
-        }
-        return true;
-    }
-
-    unsigned long GetCount() const { return count; }
-
-private:
-    void ReadChunks() {
-        unsigned char bytes[chunkSize];
-        while (rest.size() >= 2 * chunkSize && room - count >= chunkSize &&
-               ReadChunk(rest.data(), bytes)) {
-            if (out != nullptr) ::memcpy(out + count, bytes, chunkSize);
-            rest.remove_prefix(2 * chunkSize);
-            count += chunkSize;
-        }
-    }
-
-    /// Reads at least the given number of characters, or to the end of the text.
-    bool ReadSingly(unsigned long length) {
-        const unsigned long end = rest.size() - std::min(length, rest.size());
-        while (rest.size() > end) {
-            if (IsWhiteSpace(rest.front())) {
-                rest.remove_prefix(1);
-                continue;
-            }
-            if (rest.size() < 2 || count == room) return false;
-            const int high = DigitValue(rest[0]), low = DigitValue(rest[1]);
-            if ((high | low) > 15) return false;
-            if (out != nullptr) out[count] = static_cast<unsigned char>(high << 4 | low);
-            rest.remove_prefix(2);
-            ++count;
-        }
-        return true;
-    }
-
-    std::string_view rest;
-    unsigned char* const out;
-    const unsigned long room;
-    unsigned long count = 0;
-};
 
 }  // namespace
 
 unsigned long Buffer::FromHex(const char* text, unsigned long& size, void* out) {
-    const std::string_view digits(text, qel::strlen(text));
-    HexReader reader(digits, out, size);
-    if (digits.size() < 2 || !reader.Read()) return ERROR_DATA;
-    size = reader.GetCount();
+    if (qel::strlen(text) < 2) return ERROR_DATA;
+    const unsigned long capacity = out == nullptr ? maxSize : size;
+    auto* const bytes = static_cast<unsigned char*>(out);
+    unsigned long count = 0;
+    while (*text != '\0') {
+        const unsigned byte = DecodeByte(text);
+        if (byte >= invalid) {
+            if (!IsWhiteSpace(*text++)) return ERROR_DATA;
+            continue;
+        }
+        if (count == capacity) return ERROR_DATA;
+        if (bytes != nullptr) bytes[count] = static_cast<unsigned char>(byte);
+        ++count;
+        text += 2;
+    }
+    size = count;
     return SUCCESS;
 }
 
@@ -139,12 +96,15 @@ std::string Buffer::ToHex(unsigned long groupSize, unsigned long groupsPerLine,
 
     char* end = text.data();
     const auto* bytes = static_cast<const unsigned char*>(data);
+    unsigned long lineEnd = groupsPerLine;
     for (unsigned long group = 1; group <= groups; ++group) {
         end = WriteDigits(bytes, groupSize, end);
         bytes += groupSize;
         *end++ = ' ';
-        if (lines == 0 || group % groupsPerLine != 0) continue;
+        // A comparison instead of a division, which would take longer than all else here.
+        if (group != lineEnd) continue;
         end = std::copy_n(lineSeparator, separatorLength, end);
+        lineEnd += groupsPerLine;
     }
     WriteDigits(bytes, size - groups * groupSize, end);
     return text;

@@ -44,8 +44,6 @@ Exception::Exception(unsigned long resultCode)
 Exception::Exception(unsigned long resultCode, const char* text)
     : code(resultCode), message(text) {}
 
-Exception::~Exception() = default;
-
 const char* Exception::what() const noexcept { return message.c_str(); }
 
 const wchar_t* Exception::whatW() const noexcept {

@@ -1,4 +1,4 @@
-/// qel::Exception: a result code that travels as an exception.
+/// qel::Exception: an exception that carries a result code.
 ///
 /// Thrown where an operation of the core library cannot return its result code (a constructor, an
 /// assignment, a function that returns its result by value), and by callers for whom a code is
@@ -19,9 +19,6 @@ public:
     /// The message is a copy of text (NUL-terminated).
     Exception(unsigned long resultCode, const char* text);
 
-    /// Releases the texts.
-    ~Exception() override;
-
     /// The message. The characters live as long as this object.
     const char* what() const noexcept override;
 
@@ -41,8 +38,8 @@ public:
     unsigned long code;  ///< the result code, never changed by this class
 
 protected:
-    std::wstring messageW;  ///< what whatW() answers
-    std::string message;    ///< what what() answers
+    std::wstring messageW;  ///< returned by whatW()
+    std::string message;    ///< returned by what()
 };
 
 /// Throws Exception(resultCode) for any code but SUCCESS.

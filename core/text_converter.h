@@ -37,11 +37,10 @@ static_assert(sizeof(wchar_t) == 4 && sizeof(unsigned short) == 2 &&
 
 class TextConverter {
 public:
-    /// A code page: the characters of its 256 codes, and the way back.
+    /// A code page: its 256 characters, and the reverse mapping.
     ///
-    /// The way back is built at the first GetChar or GetChars, unguarded: where threads share a
-    /// LocaleInfo, one of them has to look a character up before the others do. After
-    /// that, and for the other direction, any number of threads can use it.
+    /// The reverse map is built lazily, without locking, by the first GetChar: if threads share a
+    /// LocaleInfo, call it once beforehand. Everything else is thread-safe.
     class LocaleInfo {
     public:
         /// A record of the way back.
@@ -69,11 +68,6 @@ public:
         /// qel::Exception(NO_UNICODE_TRANSLATION) when the code page lacks it, and, at the first
         /// call, ERROR_MEM when the heap refuses.
         unsigned char GetChar(const wchar_t& c) const;
-
-        /// The codes of count wide characters at text into codes, which has room for as many;
-        /// faster than GetChar for each. Throws as GetChar does, with the codes of the characters
-        /// before the one that is lacking in their places.
-        void GetChars(const wchar_t* text, unsigned long count, unsigned char* codes) const;
 
         /// Below, at or above 0 as the character of a is below, equal to or above that of b.
         static int compare(CharPair* a, CharPair* b);

@@ -1,7 +1,6 @@
 #include <string.h>
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -23,29 +22,29 @@ bool IsBefore(LocaleInfo::CharPair a, LocaleInfo::CharPair b) {
     return LocaleInfo::compare(&a, &b) < 0;
 }
 
-/// The unit at a place in text that need not be aligned.
+/// Loads a unit of text that may be unaligned.
 template <class Unit>
-Unit UnitAt(const void* text, unsigned long place) {
+Unit LoadUnit(const void* text, unsigned long index) {
     Unit unit;
-    ::memcpy(&unit, static_cast<const char*>(text) + place * sizeof unit, sizeof unit);
+    ::memcpy(&unit, static_cast<const char*>(text) + index * sizeof unit, sizeof unit);
     return unit;
 }
 
 template <class Unit>
-void PutUnit(Unit unit, void* text, unsigned long place) {
-    ::memcpy(static_cast<char*>(text) + place * sizeof unit, &unit, sizeof unit);
+void StoreUnit(Unit unit, void* text, unsigned long index) {
+    ::memcpy(static_cast<char*>(text) + index * sizeof unit, &unit, sizeof unit);
 }
 
-/// The number of units in length bytes of text, or before the terminator when length is 0.
+/// Returns the number of units in length bytes of text, or before the terminator if length is 0.
 template <class Unit>
 unsigned long CountUnits(const void* text, unsigned long length) {
     if (length != 0) return length / sizeof(Unit);
     unsigned long count = 0;
-    while (UnitAt<Unit>(text, count) != 0) ++count;
+    while (LoadUnit<Unit>(text, count) != 0) ++count;
     return count;
 }
 
-/// The bytes that count units and a terminator take.
+/// Returns the size in bytes of count units and a terminator.
 unsigned long SizeWithTerminator(unsigned long count, unsigned long unitSize) {
     return SaturatingMultiply(SaturatingAdd(count, 1), unitSize);
 }
@@ -54,21 +53,21 @@ unsigned long SizeWithTerminator(unsigned long count, unsigned long unitSize) {
 template <class Unit>
 unsigned long WidenUnits(const void* src, unsigned long count, void* out, const LocaleInfo& info) {
     const auto* const codes = static_cast<const unsigned char*>(src);
-    unsigned long place = 0;
-    // A long text is worth a table of its own, which asks nothing of a code and holds units.
+    unsigned long index = 0;
+    // For long text, build a table of units: one unconditional look-up per code.
     if (count >= codeCount) {
         Unit units[codeCount];
         for (unsigned long code = 0; code < codeCount; ++code) {
             units[code] = static_cast<Unit>(info.GetWChar(static_cast<unsigned char>(code)));
         }
-        for (; count - place >= 4; place += 4) {
-            const unsigned char* const four = codes + place;
+        for (; count - index >= 4; index += 4) {
+            const unsigned char* const four = codes + index;
             const Unit wide[] = {units[four[0]], units[four[1]], units[four[2]], units[four[3]]};
-            ::memcpy(static_cast<char*>(out) + place * sizeof(Unit), wide, sizeof wide);
+            ::memcpy(static_cast<char*>(out) + index * sizeof(Unit), wide, sizeof wide);
         }
     }
-    for (; place < count; ++place) {
-        PutUnit(static_cast<Unit>(info.GetWChar(codes[place])), out, place);
+    for (; index < count; ++index) {
+        StoreUnit(static_cast<Unit>(info.GetWChar(codes[index])), out, index);
     }
     return count;
 }
@@ -77,25 +76,23 @@ unsigned long WidenUnits(const void* src, unsigned long count, void* out, const 
 template <class Unit>
 unsigned long NarrowUnits(const void* src, unsigned long count, void* out, const LocaleInfo& info) {
     auto* const codes = static_cast<unsigned char*>(out);
-    wchar_t text[64];
-    for (unsigned long place = 0; place < count; place += std::size(text)) {
-        const unsigned long most = std::min(count - place, std::size(text));
-        unsigned long length = 0;
-        // What stands behind a zero need not be there to be read.
-        for (; length < most; ++length) {
-            text[length] = static_cast<wchar_t>(UnitAt<Unit>(src, place + length));
-            if (text[length] == L'\0') break;
-        }
-        info.GetChars(text, length, codes + place);
-        if (length < most) return place + length;
+    for (unsigned long index = 0; index < count; ++index) {
+        const auto character = static_cast<wchar_t>(LoadUnit<Unit>(src, index));
+        // Memory after a terminator may not be readable.
+        if (character == L'\0') return index;
+        codes[index] = info.GetChar(character);
     }
     return count;
 }
 
-/// The conversion into memory of the caller, from units of one type to units of another.
-template <class From, class To, auto convert>
-unsigned long ConvertUnits(const void* src, unsigned long length, void* out, unsigned long& size,
-                           const LocaleInfo& info) {
+/// Converts count units at src to units at out and returns the number of units written.
+using UnitConverter = unsigned long (*)(const void* src, unsigned long count, void* out,
+                                        const LocaleInfo& info);
+
+/// Converts into the caller's memory, from units of one type to units of another.
+template <class From, class To>
+unsigned long ConvertUnits(UnitConverter convert, const void* src, unsigned long length, void* out,
+                           unsigned long& size, const LocaleInfo& info) {
     if (src == nullptr) {
         size = 0;
         return SUCCESS;
@@ -103,79 +100,54 @@ unsigned long ConvertUnits(const void* src, unsigned long length, void* out, uns
     const unsigned long count = CountUnits<From>(src, length);
     const unsigned long needed = SizeWithTerminator(count, sizeof(To));
     if (needed == maxSize) return ERROR_MEM;
-    const unsigned long room = std::exchange(size, needed);
+    const unsigned long capacity = std::exchange(size, needed);
     if (out == nullptr) return SUCCESS;
-    if (room < needed) return ERROR_SIZE;
-    PutUnit(To{0}, out, convert(src, count, out, info));
+    if (capacity < needed) return ERROR_SIZE;
+    StoreUnit(To{0}, out, convert(src, count, out, info));
     return SUCCESS;
-}
-
-/// Looks characters up in the sorted map, width at a time, and returns how many that makes. The
-/// eight halvings of the map decide no branches, which would be foreseen wrongly every other time,
-/// and while one character waits for memory another can be looked at.
-template <unsigned long width>
-unsigned long FindCodes(const LocaleInfo::CharPair* map, const wchar_t* text, unsigned long count,
-                        unsigned char* codes) {
-    unsigned long place = 0;
-    for (; count - place >= width; place += width) {
-        std::int32_t wanted[width];
-        std::copy_n(text + place, width, wanted);
-        const LocaleInfo::CharPair* found[width];
-        std::fill_n(found, width, map);
-        for (unsigned long half = codeCount / 2; half != 0; half /= 2) {
-            for (unsigned long i = 0; i < width; ++i) {
-                const bool isBehind = found[i][half - 1].character < wanted[i];
-                found[i] += half & -static_cast<unsigned long>(isBehind);
-            }
-        }
-        for (unsigned long i = 0; i < width; ++i) {
-            if (found[i]->character != wanted[i]) throw Exception(NO_UNICODE_TRANSLATION);
-            codes[place + i] = found[i]->code;
-        }
-    }
-    return place;
 }
 
 template <class To>
-constexpr auto widen = ConvertUnits<unsigned char, To, WidenUnits<To>>;
+unsigned long WidenToMemory(const void* src, unsigned long length, void* out, unsigned long& size,
+                            const LocaleInfo& info) {
+    return ConvertUnits<unsigned char, To>(WidenUnits<To>, src, length, out, size, info);
+}
 
 template <class From>
-constexpr auto narrow = ConvertUnits<From, char, NarrowUnits<From>>;
+unsigned long NarrowToMemory(const void* src, unsigned long length, void* out, unsigned long& size,
+                             const LocaleInfo& info) {
+    return ConvertUnits<From, char>(NarrowUnits<From>, src, length, out, size, info);
+}
 
 template <class Unit>
-unsigned long Widen(const char* src, std::basic_string<Unit>& out, const LocaleInfo& info) {
+unsigned long WidenToString(const char* src, std::basic_string<Unit>& out, const LocaleInfo& info) {
     const unsigned long length = qel::strlen(src);
-    const BufferDynamic text(SizeWithTerminator(length, sizeof(Unit)));
-    unsigned long size = text.GetSize();
-    widen<Unit>(src, length, text.GetData(), size, info);
-    out.assign(static_cast<const Unit*>(text.GetData()), length);
+    const BufferDynamic units(SizeWithTerminator(length, sizeof(Unit)));
+    WidenUnits<Unit>(src, length, units.GetData(), info);
+    out.assign(static_cast<const Unit*>(units.GetData()), length);
     return SUCCESS;
 }
 
 template <class Unit>
-unsigned long Narrow(const Unit* src, std::string& out, const LocaleInfo& info) {
-    const unsigned long count = CountUnits<Unit>(src, 0);
-    out.resize(count);
-    // The terminator falls on the string's own.
-    unsigned long size = SizeWithTerminator(count, 1);
-    return narrow<Unit>(src, count * sizeof(Unit), out.data(), size, info);
+unsigned long NarrowToString(const Unit* src, std::string& out, const LocaleInfo& info) {
+    out.resize(CountUnits<Unit>(src, 0));
+    NarrowUnits<Unit>(src, out.size(), out.data(), info);
+    return SUCCESS;
 }
 
 }  // namespace
 
 unsigned char TextConverter::LocaleInfo::GetChar(const wchar_t& c) const {
-    unsigned char code;
-    GetChars(&c, 1, &code);
-    return code;
-}
-
-void TextConverter::LocaleInfo::GetChars(const wchar_t* text, unsigned long count,
-                                         unsigned char* codes) const {
-    if (count == 0) return;
     if (reverseMap.GetSize() == 0) BuildReverseMap();
-    const auto* const map = static_cast<const CharPair*>(reverseMap.GetData());
-    const unsigned long place = FindCodes<4>(map, text, count, codes);
-    FindCodes<1>(map, text + place, count - place, codes + place);
+    const auto wanted = static_cast<std::int32_t>(c);
+    // A binary search whose steps do not branch: half of the branches would be mispredicted.
+    const auto* record = static_cast<const CharPair*>(reverseMap.GetData());
+    for (unsigned long step = codeCount / 2; step != 0; step /= 2) {
+        const bool isAfter = record[step - 1].character < wanted;
+        record += isAfter * step;
+    }
+    if (record->character != wanted) throw Exception(NO_UNICODE_TRANSLATION);
+    return record->code;
 }
 
 int TextConverter::LocaleInfo::compare(CharPair* a, CharPair* b) {
@@ -207,7 +179,7 @@ unsigned long TextConverter::EASCIIToUCS2(const char* src, unsigned long length,
 
 unsigned long TextConverter::EASCIIToWChar(const char* src, unsigned long length, wchar_t* out,
                                            unsigned long& size, const LocaleInfo& info) {
-    return widen<wchar_t>(src, length, out, size, info);
+    return WidenToMemory<wchar_t>(src, length, out, size, info);
 }
 
 unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, unsigned long length,
@@ -217,24 +189,24 @@ unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, unsigned lo
 
 unsigned long TextConverter::WCharToEASCII(const wchar_t* src, unsigned long length, char* out,
                                            unsigned long& size, const LocaleInfo& info) {
-    return narrow<wchar_t>(src, length, out, size, info);
+    return NarrowToMemory<wchar_t>(src, length, out, size, info);
 }
 
 unsigned long TextConverter::Convert(EDirection dir, const void* src, unsigned long length,
                                      void* out, unsigned long& size, const LocaleInfo* info) {
-    const LocaleInfo& table = info == nullptr ? *cpLWin1251 : *info;
+    if (info == nullptr) info = cpLWin1251;
     switch (dir) {
         case dirEASCIIToUCS2:
-            return widen<unsigned short>(src, length, out, size, table);
+            return WidenToMemory<unsigned short>(src, length, out, size, *info);
         case dirUCS2ToEASCII:
-            return narrow<unsigned short>(src, length, out, size, table);
+            return NarrowToMemory<unsigned short>(src, length, out, size, *info);
     }
     return ERROR_INTERNAL;
 }
 
 unsigned long TextConverter::Convert(EDirection dir, const Buffer& src, BufferDynamic& out,
                                      const LocaleInfo* info) {
-    // A length of 0 asks for a terminator, and an empty block has none.
+    // A length of 0 means NUL-terminated, which an empty block is not.
     static constexpr unsigned short emptyText = 0;
     const bool isEmpty = src.GetSize() == 0 && src.GetData() != nullptr;
     const void* const text = isEmpty ? &emptyText : src.GetData();
@@ -247,29 +219,29 @@ unsigned long TextConverter::Convert(EDirection dir, const Buffer& src, BufferDy
 
 unsigned long TextConverter::UCS2ToASCIIWithSystemLocale(const void* src, unsigned long length,
                                                          void* out, unsigned long& size) {
-    // The one failure is too small a room: half of a length and a terminator always fit 64 bits.
+    // The only failure is ERROR_SIZE: half of a length and a terminator always fit 64 bits.
     Convert(dirUCS2ToEASCII, src, length, out, size, cpLWin1251);
     return SUCCESS;
 }
 
 unsigned long TextConverter::EASCIIToUCS2(const char* src, std::basic_string<unsigned short>& out,
                                           const LocaleInfo& info) {
-    return Widen(src, out, info);
+    return WidenToString(src, out, info);
 }
 
 unsigned long TextConverter::EASCIIToWChar(const char* src, std::wstring& out,
                                            const LocaleInfo& info) {
-    return Widen(src, out, info);
+    return WidenToString(src, out, info);
 }
 
 unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, std::string& out,
                                           const LocaleInfo& info) {
-    return Narrow(src, out, info);
+    return NarrowToString(src, out, info);
 }
 
 unsigned long TextConverter::WCharToEASCII(const wchar_t* src, std::string& out,
                                            const LocaleInfo& info) {
-    return Narrow(src, out, info);
+    return NarrowToString(src, out, info);
 }
 
 }  // namespace qel

@@ -13,9 +13,6 @@ public:
     /// Keeps a copy of text.
     explicit Exception(const std::string& text);
 
-    /// Releases the message.
-    ~Exception() override;
-
     /// The message, never null. The characters live as long as this object.
     const char* what() const noexcept override;
 
@@ -28,9 +25,6 @@ class FileException : public Exception {
 public:
     /// Keeps a copy of text.
     using Exception::Exception;
-
-    /// Releases the message.
-    ~FileException() override;
 };
 
 }  // namespace mox

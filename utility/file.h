@@ -109,13 +109,8 @@ public:
     /// Takes the stream over; a null stream is not closed.
     explicit Guard(std::FILE* openStream) : stream(openStream) {}
 
-    /// Not copied: a stream is closed once.
     Guard(const Guard&) = delete;
-
-    /// Nor assigned.
     Guard& operator=(const Guard&) = delete;
-
-    /// Closes the stream.
     ~Guard();
 
 private:

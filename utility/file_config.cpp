@@ -53,8 +53,6 @@ std::vector<const Properties::Property*> InLineOrder(const Records& records) {
 
 }  // namespace
 
-FileConfig::FileConfig() = default;
-
 FileConfig::FileConfig(const std::string& path, bool missingAllowed)
     : fileName(path), allowMissing(missingAllowed) {
     Reopen();

@@ -32,7 +32,7 @@ namespace mox {
 class FileConfig : public Properties {
 public:
     /// An empty store bound to no file.
-    FileConfig();
+    FileConfig() = default;
 
     /// Binds to the file at path and reads it. With missingAllowed a file that cannot be opened
     /// reads as an empty one. Throws as ReadConfigFile does, and then writes nothing.

@@ -8,10 +8,6 @@ Properties::Property::Property(const std::string& propertyName, const std::strin
                                const std::string& lineComment, unsigned long lineNumber)
     : name(propertyName), value(propertyValue), comment(lineComment), index(lineNumber) {}
 
-Properties::Properties() = default;
-
-Properties::~Properties() noexcept(false) = default;
-
 void Properties::Clear() {
     propertyMap.clear();
     modified = true;

@@ -45,17 +45,15 @@ public:
     using PropertyPtr = std::shared_ptr<Property>;
 
     /// An empty, unmodified store.
-    Properties();
+    Properties() = default;
 
-    /// Not copied, but merged into another: an assignment would undo the mark of a modified store,
-    /// and a FileConfig would then not be written back.
+    // Stores are merged, not copied: an assignment could reset the modified flag of a FileConfig,
+    // whose changes would then not be written back.
     Properties(const Properties&) = delete;
-
-    /// Nor assigned.
     Properties& operator=(const Properties&) = delete;
 
-    /// Lets go of every record. Throws nothing itself; a derived class may.
-    virtual ~Properties() noexcept(false);
+    /// Throws nothing itself; a derived class may.
+    virtual ~Properties() noexcept(false) = default;
 
     /// Removes every entry. Marks the store modified, also when it was empty.
     void Clear();
