@@ -28,17 +28,14 @@ bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& ent
 /// The <string> element, a newline and two tabs are inserted before the first <string> after the
 /// first byte of the name. But if the name is followed by </key> and an empty array, with nothing
 /// but white space between these tags, the element goes into that array, on its own line, one tab
-/// deeper than the array; <array/> is expanded. With the entry {"ID", "0x2"} (and tabs as
-/// indentation)
+/// deeper than the array; <array/> is expanded. With the entry {"ID", "0x2"},
 ///
-///     <key>ID</key>
-///     <array>
+///     <key>ID</key><array>
 ///         <string>0x1</string>
 ///
 /// becomes
 ///
-///     <key>ID</key>
-///     <array>
+///     <key>ID</key><array>
 ///         <string>0x2</string>
 ///         <string>0x1</string>
 ///

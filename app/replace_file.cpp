@@ -36,8 +36,6 @@ class TemporaryFile {
 public:
     explicit TemporaryFile(const std::string& directory)
         : path(directory + ".quorvel-XXXXXX"), file(::mkstemp(path.data())) {}
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
         if (file.IsOpen() && !renamed) mox::File::EraseFile(path.c_str());
     }

@@ -2,32 +2,32 @@
 
 #include <cstdio>
 
-namespace {
-
 // The "%s" is part of the text: the banner is always an argument, never a format.
 constexpr const char* banner = "Quorvel version " QUORVEL_VERSION " for %s.\n";
 
-}  // namespace
+constexpr const char* usage = R"(Usage: Quorvel <options> <command> <command parameters>
+
+Commands
+--------
+ Update CCID config
+    update
+
+  General options:
+  ----------------
+    -v  - verbose mode.
+
+  Command parameters:
+  --------------
+    -config=...         - configuration file name.
+    Default configuration file Quorvel.cfg.
+)";
 
 void PrintHelp() {
     std::fputs(banner, stdout);
     PrintUsage();
 }
 
-void PrintUsage() {
-    std::puts("Usage: Quorvel <options> <command> <command parameters>");
-    std::puts("\nCommands");
-    std::puts("--------");
-    std::puts(" Update CCID config");
-    std::puts("    update");
-    std::puts("\n  General options:");
-    std::puts("  ----------------");
-    std::puts("    -v  - verbose mode.");
-    std::puts("\n  Command parameters:");
-    std::puts("  --------------");
-    std::puts("    -config=...         - configuration file name.");
-    std::puts("    Default configuration file Quorvel.cfg.");
-}
+void PrintUsage() { std::fputs(usage, stdout); }
 
 void PrintArgumentError(const std::string& error) {
     std::fputs(banner, stderr);

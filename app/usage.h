@@ -9,6 +9,5 @@ void PrintHelp();
 /// Writes the usage text to standard output.
 void PrintUsage();
 
-/// Writes the banner line, then error, which ends its own line, then the hint at the help option to
-/// standard error.
+/// Writes the banner line, the newline-terminated error and the hint to standard error.
 void PrintArgumentError(const std::string& error);

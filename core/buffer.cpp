@@ -11,13 +11,13 @@
 
 namespace qel {
 
-// One class views both constant and other bytes, as iovec does; who writes is the caller's choice.
+// Like iovec, one class views const and mutable bytes; the caller must not write to const ones.
 Buffer::Buffer(const void* address, unsigned long length)
     : data(const_cast<void*>(address)), size(length) {}
 
 unsigned long Buffer::Set(unsigned long length, const void* src) {
     if (length != size) return ERROR_SIZE;
-    // memmove takes no null pointers, not even for no bytes.
+    // memmove must not get null pointers, even for size 0.
     if (length != 0) ::memmove(data, src, length);
     return SUCCESS;
 }
@@ -25,7 +25,7 @@ unsigned long Buffer::Set(unsigned long length, const void* src) {
 unsigned long Buffer::Save(const char* path) const {
     ::FILE* const file = qel::fopen(path, "wb");
     if (file == nullptr) return ERROR_WRITE;
-    // A stream with a buffer would accept the bytes now and fail only in fclose, unseen.
+    // Unbuffered, so that errors show in fwrite and not in fclose.
     ::setvbuf(file, nullptr, _IONBF, 0);
     const bool written = size == 0 || ::fwrite(data, size, 1, file) == 1;
     ::fclose(file);
@@ -39,7 +39,7 @@ void Buffer::FillRand() {
 
 void Buffer::Wipe(unsigned long length, void* address) {
     if (length == 0) return;
-    // Behind a volatile pointer the compiler must expect any function, so it can drop no pass.
+    // Through a volatile pointer the compiler cannot optimize the calls away.
     void* (*volatile const fill)(void*, int, size_t) = ::memset;
     for (const int pattern : {0x00, 0xFF, 0xAA}) fill(address, pattern, length);
 }

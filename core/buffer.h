@@ -1,8 +1,8 @@
-/// qel::Buffer: a view of bytes that somebody else holds.
+/// qel::Buffer: a non-owning view of bytes.
 ///
-/// The caller keeps the bytes alive and in place for as long as the view is used; the view neither
-/// copies nor releases them. Copying a Buffer copies the view. Sizes are in bytes. Like a pointer
-/// that is const itself, a const Buffer still lets its bytes be changed.
+/// The caller keeps the bytes alive and in place while the view is used; the view neither copies
+/// nor releases them. Copying a Buffer copies the view. Sizes are in bytes. Constness is shallow: a
+/// const Buffer's bytes can be changed.
 ///
 ///     const unsigned char bytes[] = {0xCA, 0xFE, 0x01};
 ///     const qel::Buffer view(bytes, sizeof bytes);
@@ -17,103 +17,98 @@ namespace qel {
 
 class Buffer {
 public:
-    /// A view of nothing: null address, size 0.
+    /// An empty view: null address, size 0.
     Buffer() = default;
 
-    /// A view of length bytes at address. The view may be of constant bytes as long as nothing
-    /// that writes is called on it (Set, FromHex, FromBase64, FillRand).
+    /// A view of length bytes at address, which can be constant if nothing that writes is called on
+    /// the view (Set, FromHex, FromBase64, FillRand).
     Buffer(const void* address, unsigned long length);
 
     virtual ~Buffer() = default;
 
-    /// The address of the first byte. May be null when the size is 0, and is null in a cursor that
-    /// only counts, whatever its size.
+    /// Returns the address of the first byte. Can be null if the size is 0, and is null in a
+    /// counting cursor, whatever its size.
     void* GetData() const { return data; }
 
-    /// The number of bytes.
+    /// Returns the number of bytes.
     unsigned long GetSize() const { return size; }
 
-    /// Copies length bytes from src over the buffer's bytes; the two may overlap.
-    /// ERROR_SIZE, with nothing copied, when length is not the buffer's size.
+    /// Copies length bytes from src into the buffer; the two can overlap. ERROR_SIZE, with nothing
+    /// copied, if length is not the buffer's size.
     virtual unsigned long Set(unsigned long length, const void* src);
 
-    /// Decodes text (hexadecimal, NUL-terminated, by the rules of the static FromHex) over the
-    /// buffer's bytes, which it must not overlap. They stay as they were on failure: ERROR_DATA
-    /// when text is malformed, ERROR_SIZE when the number of its bytes is not the buffer's size.
+    /// Decodes NUL-terminated hexadecimal text, by the rules of the static FromHex, into the
+    /// buffer, which it must not overlap. Unchanged on failure: ERROR_DATA if text is malformed,
+    /// ERROR_SIZE if the decoded size is not the buffer's.
     virtual unsigned long FromHex(const char* text);
 
-    /// As FromBase64 with the length of text, which ends with a NUL.
+    /// FromBase64(text, strlen(text)).
     virtual unsigned long FromBase64(const char* text);
 
-    /// Decodes length characters of base64 text, by the rules of the static FromBase64, over the
-    /// buffer's bytes; as FromHex in all else.
+    /// The same as FromHex for length characters of base64 text, by the rules of the static
+    /// FromBase64.
     virtual unsigned long FromBase64(const char* text, unsigned long length);
 
     /// Writes the bytes to the file at path, which is created, or truncated if it exists.
-    /// ERROR_WRITE when it cannot be opened, and then it is untouched, or when not every byte
-    /// could be written, and then it holds as many as there was room for.
+    /// ERROR_WRITE if it cannot be opened (it is then untouched) or not written completely (it is
+    /// then truncated).
     unsigned long Save(const char* path) const;
 
-    /// Fills the bytes from the C library's rand, one call a byte, without seeding it: material
-    /// for tests, not for keys.
+    /// Fills the bytes from rand(), one call per byte, unseeded: for tests, not for keys.
     void FillRand();
 
-    /// Overwrites length bytes at address with 0x00, then 0xFF, then 0xAA. The passes are carried
-    /// out even where nothing reads the bytes afterwards.
+    /// Overwrites length bytes at address with 0x00, then 0xFF, then 0xAA. The passes are never
+    /// optimized away.
     static void Wipe(unsigned long length, void* address);
 
     /// Reverses the order of length bytes at address.
     static void Reverse(void* address, unsigned long length);
 
-    // The encodings. Each reads every byte, so that none of them is for a cursor that only counts.
-    // Those that return text throw qel::Exception(ERROR_MEM) when the heap refuses the text or no
-    // string can be that long.
+    // Encodings. Not for counting cursors. The encoders throw qel::Exception(ERROR_MEM) if the
+    // string cannot be allocated.
 
-    /// The bytes as upper-case hexadecimal text, two digits a byte. After each complete group of
-    /// groupSize bytes stands a space, and after each groupsPerLine groups lineSeparator behind
-    /// that space, even at the end of the text. 0 as groupSize: no spaces and no lines; 0 as
-    /// groupsPerLine: no lines. lineSeparator must not be null.
+    /// Returns the bytes as upper-case hexadecimal text, two digits per byte. A space follows each
+    /// complete group of groupSize bytes, and lineSeparator each groupsPerLine groups, even at the
+    /// end. groupSize 0: neither; groupsPerLine 0: no separators. lineSeparator must not be null.
     std::string ToHex(unsigned long groupSize, unsigned long groupsPerLine,
                       const char* lineSeparator) const;
 
-    /// The same with a line feed as lineSeparator, as wide text. Empty when that cannot be had:
-    /// memory for the conversion is refused, or iconv does not know Windows-1251.
+    /// The same with a newline as lineSeparator, as wide text. Empty if the conversion fails: out
+    /// of memory, or iconv lacks Windows-1251.
     std::wstring ToHexW(unsigned long groupSize, unsigned long groupsPerLine) const;
 
-    /// Decodes NUL-terminated hexadecimal text of either case into out, which has room for size
-    /// bytes; a null out only counts, and then size does not matter before. size becomes the number
-    /// of bytes. Tabs, line feeds, carriage returns and spaces count for nothing, save between the
-    /// two digits of a byte.
+    /// Decodes NUL-terminated hexadecimal text of either case into out, whose capacity is size
+    /// bytes; with a null out it only counts, and the old size is ignored. size is set to the
+    /// number of bytes. Tabs, newlines, carriage returns and spaces are skipped, but not between
+    /// the two digits of a byte.
     ///
     /// On failure size is unchanged, and the bytes decoded so far are written: ERROR_DATA for any
-    /// other character, an odd number of digits, a text of fewer than two characters, and also for
-    /// more bytes than there is room for.
+    /// other character, an odd number of digits, a text of fewer than two characters, or if out is
+    /// too small.
     static unsigned long FromHex(const char* text, unsigned long& size, void* out);
 
-    /// The bytes as base64 text in the alphabet of RFC 4648, section 4, padded with "=". After
-    /// every lineLength characters, even at the end of the text, stands lineSeparator, which may be
-    /// null only for a lineLength of 0: no lines.
+    /// Returns the bytes as base64 text in the alphabet of RFC 4648, section 4, padded with "=".
+    /// lineSeparator follows every lineLength characters, even at the end; it can be null only if
+    /// lineLength is 0: no lines.
     std::string ToBase64(unsigned long lineLength, const char* lineSeparator) const;
 
-    /// Decodes length characters of base64 text into out, which has room for size bytes; a null out
-    /// only counts, and then size does not matter before. size becomes the number of bytes.
+    /// Decodes length characters of base64 text into out, whose capacity is size bytes; with a null
+    /// out it only counts, and the old size is ignored. size is set to the number of bytes.
     ///
-    /// Line feeds, carriage returns and spaces count for nothing. What does not complete a group of
-    /// four at the end of the text is ignored, whatever it is; but where the text ends with a line
-    /// feed, a carriage return or a space after three characters of a group, that is a wrong
-    /// fourth. Groups may follow a padded one. Bits of a last character for which there is no byte
-    /// are dropped.
+    /// Newlines, carriage returns and spaces are skipped. An incomplete group at the end is
+    /// ignored, unchecked; but three characters followed by trailing white space are an error.
+    /// Groups can follow a padded one. Leftover bits are dropped.
     ///
     /// On failure size is unchanged, and the bytes decoded so far are written: ERROR_DATA for any
-    /// other character or a misplaced "=", ERROR_SIZE for more bytes than there is room for.
+    /// other character or a misplaced "=", ERROR_SIZE if out is too small.
     static unsigned long FromBase64(const char* text, unsigned long length, unsigned long& size,
                                     void* out);
 
-    /// The value of a base64 character, 0 to 63; 65 for "="; -1 for any other character.
+    /// Returns the value of a base64 character, 0 to 63; 65 for "="; -1 for any other character.
     static std::int8_t GetBase64Code(char c);
 
-    /// The bytes up to the first zero byte, with each of the 66 letters of the Russian alphabet
-    /// changed from Windows-1251 to code page 866, and every other byte as it is.
+    /// Returns the bytes up to the first zero byte, with the 66 letters of the Russian alphabet
+    /// converted from Windows-1251 to code page 866 and every other byte unchanged.
     std::string ToDos() const;
 
     /// The same from code page 866 to Windows-1251.
@@ -124,8 +119,8 @@ protected:
     unsigned long size = 0;  ///< the number of bytes at data
 
 private:
-    /// The letters of the Russian alphabet, the lower-case ones first: their codes in code page
-    /// 866, then, in the same order, those in Windows-1251.
+    /// The letters of the Russian alphabet, lower-case first: their codes in code page 866, then,
+    /// in the same order, those in Windows-1251.
     static const unsigned char cChars_[132];
 };
 

@@ -16,10 +16,9 @@ namespace qel {
 
 namespace {
 
-// The code of "=" that GetBase64Code returns, and its index in the alphabet.
-constexpr int padCode = 65;
-constexpr int padIndex = 64;
-constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/=";
+// The code that GetBase64Code returns for "=".
+constexpr std::int8_t padCode = 65;
+constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 /// The two characters of each 12-bit value: two look-ups per three bytes.
 constexpr auto encodePairs = [] {
@@ -74,8 +73,7 @@ unsigned long DecodeGroup(const char (&group)[4], BufferShifting& out) {
     return result;
 }
 
-/// Fast path: decodes groups of four alphabet characters, up to the first other group or until out
-/// is full.
+/// Fast path: decodes groups of four alphabet characters until another follows or out is full.
 void DecodeGroupsFast(std::string_view& text, BufferShifting& out) {
     const auto* const characters = reinterpret_cast<const unsigned char*>(text.data());
     // When only counting, all bytes go to a dummy.
@@ -109,6 +107,14 @@ std::uint64_t LoadBigEndian64(const unsigned char* bytes) {
 /// Writes the two characters of the lowest 12 bits.
 void WritePair(std::uint64_t bits, char* out) { ::memcpy(out, &encodePairs[bits & 4095], 2); }
 
+/// Writes the four characters of three bytes.
+void EncodeGroup(const unsigned char* bytes, char* out) {
+    const std::uint64_t bits =
+        std::uint64_t{bytes[0]} << 16 | std::uint64_t{bytes[1]} << 8 | bytes[2];
+    WritePair(bits >> 12, out);
+    WritePair(bits, out + 2);
+}
+
 /// Writes four characters for every three of count bytes, padded after the last.
 void Encode(const unsigned char* bytes, unsigned long count, char* out) {
     for (; count >= 8; count -= 6, bytes += 6, out += 8) {
@@ -118,29 +124,21 @@ void Encode(const unsigned char* bytes, unsigned long count, char* out) {
         WritePair(bits >> 28, out + 4);
         WritePair(bits >> 16, out + 6);
     }
-    for (; count >= 3; count -= 3, bytes += 3, out += 4) {
-        const std::uint64_t bits =
-            std::uint64_t{bytes[0]} << 16 | std::uint64_t{bytes[1]} << 8 | bytes[2];
-        WritePair(bits >> 12, out);
-        WritePair(bits, out + 2);
-    }
+    for (; count >= 3; count -= 3, bytes += 3, out += 4) EncodeGroup(bytes, out);
     if (count == 0) return;
-    const int second = count == 2 ? bytes[1] : 0;
-    out[0] = alphabet[bytes[0] >> 2];
-    out[1] = alphabet[(bytes[0] & 3) << 4 | second >> 4];
-    out[2] = alphabet[count == 2 ? (second & 15) << 2 : padIndex];
-    out[3] = alphabet[padIndex];
+    unsigned char last[3] = {};
+    ::memcpy(last, bytes, count);
+    EncodeGroup(last, out);
+    if (count == 1) out[2] = '=';
+    out[3] = '=';
 }
 
 }  // namespace
 
 std::int8_t Buffer::GetBase64Code(char c) {
-    if (c >= 'A' && c <= 'Z') return static_cast<std::int8_t>(c - 'A');
-    if (c >= 'a' && c <= 'z') return static_cast<std::int8_t>(c - 'a' + 26);
-    if (c >= '0' && c <= '9') return static_cast<std::int8_t>(c - '0' + 52);
-    if (c == '+') return 62;
-    if (c == '/') return 63;
-    return c == '=' ? padCode : -1;
+    if (c == '=') return padCode;
+    const std::uint32_t value = decodeTable[3][static_cast<unsigned char>(c)];
+    return value == invalid ? std::int8_t{-1} : static_cast<std::int8_t>(value);
 }
 
 unsigned long Buffer::FromBase64(const char* text, unsigned long length, unsigned long& size,
@@ -156,8 +154,7 @@ unsigned long Buffer::FromBase64(const char* text, unsigned long length, unsigne
             continue;
         }
         if (!ReadGroup(rest, group)) break;
-        const unsigned long result = DecodeGroup(group, cursor);
-        if (result != SUCCESS) return result;
+        if (const unsigned long result = DecodeGroup(group, cursor)) return result;
     }
     size = capacity - cursor.GetSize();
     return SUCCESS;

@@ -13,7 +13,7 @@ namespace qel {
 
 namespace {
 
-/// The part of Load between opening the file and closing it.
+/// Load, for an open file.
 unsigned long ReadWhole(::FILE* file, BufferDynamic& buffer) {
     if (::fseek(file, 0, SEEK_END) != 0) return ERROR_IO;
     const long end = ::ftell(file);
@@ -24,8 +24,7 @@ unsigned long ReadWhole(::FILE* file, BufferDynamic& buffer) {
     }
     if (::fseek(file, 0, SEEK_SET) != 0) return ERROR_IO;
     const auto length = static_cast<unsigned long>(end);
-    const unsigned long result = buffer.Alloc(length);
-    if (result != SUCCESS) return result;
+    if (const unsigned long result = buffer.Alloc(length)) return result;
     return ::fread(buffer.GetData(), length, 1, file) == 1 ? SUCCESS : ERROR_READ;
 }
 
@@ -55,8 +54,7 @@ BufferDynamic::~BufferDynamic() { BufferDynamic::Destroy(); }
 
 unsigned long BufferDynamic::Set(unsigned long length, const void* src) {
     if (length != size) {
-        const unsigned long result = Alloc(length);
-        if (result != SUCCESS) return result;
+        if (const unsigned long result = Alloc(length)) return result;
     }
     return Buffer::Set(length, src);
 }
@@ -67,9 +65,9 @@ unsigned long BufferDynamic::Set(const std::string& text) {
 
 unsigned long BufferDynamic::Alloc(unsigned long length) {
     void* const block = ::malloc(length);
-    // malloc may answer a request for no bytes with null.
+    // malloc(0) may return null.
     if (block == nullptr && length != 0) return ERROR_MEM;
-    // Only now, so that a refusal leaves the old contents.
+    // Only now, so that the old contents survive a failure.
     Destroy();
     data = block;
     size = length;
@@ -77,7 +75,7 @@ unsigned long BufferDynamic::Alloc(unsigned long length) {
 }
 
 unsigned long BufferDynamic::Realloc(unsigned long length) {
-    // What the C library's realloc does with a size of 0 differs between systems.
+    // realloc(p, 0) differs between systems.
     if (length == 0) {
         Destroy();
         return SUCCESS;
@@ -101,19 +99,19 @@ void* BufferDynamic::Detach() {
 
 unsigned long BufferDynamic::AppendBuffer(const Buffer& tail) {
     const unsigned long oldSize = size;
-    unsigned long result = Realloc(SaturatingAdd(oldSize, tail.GetSize()));
-    if (result != SUCCESS) return result;
-    // The cursor takes tail's size anew: a buffer appended to itself, whose size has just grown, is
-    // refused here instead of being read past its end.
+    const unsigned long newSize = SaturatingAdd(oldSize, tail.GetSize());
+    if (const unsigned long result = Realloc(newSize)) return result;
+    // Reads tail's size again: appending a buffer to itself fails here, instead of reading past its
+    // end.
     BufferShifting end(*this);
-    result = end.Shift(oldSize);
-    return result == SUCCESS ? end.SetBufferAndShift(tail) : result;
+    if (const unsigned long result = end.Shift(oldSize)) return result;
+    return end.SetBufferAndShift(tail);
 }
 
 unsigned long BufferDynamic::Load(const char* path) {
     ::FILE* const file = qel::fopen(path, "rb");
     if (file == nullptr) return ERROR_FILE_OPEN;
-    // Everything goes into the block in one piece; a buffer between would only be read for nothing.
+    // Unbuffered: one read straight into the block, without an extra copy.
     ::setvbuf(file, nullptr, _IONBF, 0);
     const unsigned long result = ReadWhole(file, *this);
     ::fclose(file);

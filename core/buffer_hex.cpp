@@ -16,8 +16,7 @@ namespace {
 
 constexpr char digits[] = "0123456789ABCDEFabcdef";
 
-/// The value of each hexadecimal digit, of either case; invalid, above every byte, for other
-/// characters.
+/// The value of each hexadecimal digit; invalid, above every byte, for other characters.
 constexpr std::uint16_t invalid = 0x100;
 constexpr auto digitValues = [] {
     std::array<std::uint16_t, 256> values{};
@@ -37,8 +36,7 @@ constexpr auto digitPairs = [] {
 
 bool IsWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-/// Returns the byte of the two digits at text, or a value from invalid up if they are none. The
-/// first character must not be the terminator.
+/// Returns the byte of the first two digits of text, which is not empty; invalid or more on error.
 unsigned DecodeByte(const char* text) {
     const unsigned high = digitValues[static_cast<unsigned char>(text[0])];
     return high << 4 | digitValues[static_cast<unsigned char>(text[1])];

@@ -3,8 +3,8 @@
 
 namespace qel {
 
-// Not beside ToHex: every program with a buffer links the virtual decoders there, and would link
-// the text converter and iconv with them.
+// Separate from ToHex: Buffer's vtable pulls buffer_hex.o into every program, and would pull in
+// TextConverter and iconv.
 std::wstring Buffer::ToHexW(unsigned long groupSize, unsigned long groupsPerLine) const {
     std::wstring text;
     // A failure leaves the string empty.

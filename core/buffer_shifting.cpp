@@ -20,7 +20,7 @@ unsigned long BufferShifting::Shift(unsigned long count) {
 }
 
 unsigned long BufferShifting::SetBufferAndShift(unsigned long count, const void* src) {
-    // Moving first makes the check of the remaining size the only one.
+    // Shift also does the bounds check.
     void* const position = data;
     const unsigned long result = Shift(count);
     if (result == SUCCESS && position != nullptr && count != 0) ::memmove(position, src, count);

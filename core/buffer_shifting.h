@@ -1,17 +1,16 @@
 /// qel::BufferShifting: a cursor that writes or reads runs of bytes and moves past them.
 ///
-/// It owns nothing; the block under it must outlive its use. GetData() is the current position,
-/// GetSize() the number of bytes from there to the end of the block. A cursor whose position is
-/// null only counts: it checks and counts down as over a real block, copies nothing and stays
-/// null, so that a writer can measure its output before any memory exists.
+/// It owns nothing; the block under it must outlive it. GetData() is the current position,
+/// GetSize() the number of bytes from there to the end of the block. A counting cursor, whose
+/// position is null, only checks and counts: it copies nothing and stays null, so that a writer can
+/// measure its output before allocating.
 ///
 ///     qel::BufferDynamic text(6);
 ///     qel::BufferShifting cursor(text);
 ///     cursor.SetStringAndShift("0x");       // the first two bytes
 ///     cursor.SetBufferAndShift(4, "FEED");  // the other four; GetSize() is now 0
 ///
-/// Each operation answers ERROR_SIZE, with nothing copied and the cursor where it was, when it
-/// needs more bytes than remain.
+/// An operation that needs more bytes than remain returns ERROR_SIZE and changes nothing.
 #pragma once
 
 #include "core/buffer.h"
@@ -38,7 +37,8 @@ public:
     /// Writes the characters of text, without its terminating NUL, and moves past them.
     unsigned long SetStringAndShift(const char* text);
 
-    /// Reads count bytes into dst and moves past them. Not for a counting cursor, save for count 0.
+    /// Reads count bytes into dst and moves past them. Not for a counting cursor, unless count is
+    /// 0.
     unsigned long GetAndShift(unsigned long count, void* dst);
 };
 

@@ -1,30 +1,30 @@
-/// The C library's string and file functions under this library's namespace: the one place to
-/// put a platform's own version of them. Each passes its arguments and its result on unchanged.
-///
-/// Code in namespace qel that means the C function itself writes it with "::" in front.
+/// The C library's string and file functions under this library's namespace, where a platform can
+/// have its own version of them. Each passes its arguments and its result on unchanged. In
+/// namespace qel, the C function itself is called with "::".
 #pragma once
 
 #include <cstdio>
 
 namespace qel {
 
-/// Below, at or above 0 as left comes before, equals or comes after right, byte by byte.
+/// Returns a negative value, 0 or a positive one, as left is less than, equal to or greater than
+/// right.
 int strcmp(const char* left, const char* right);
 
-/// Copies source with its NUL to target, which has room for it and does not overlap it; returns
+/// Copies source with its NUL to target, which must be large enough and not overlap it; returns
 /// target.
 char* strcpy(char* target, const char* source);
 
-/// The first place in text where wanted stands; null when there is none.
+/// Returns the first occurrence of wanted in text; null if there is none.
 const char* strstr(const char* text, const char* wanted);
 
-/// The number of bytes before the terminating NUL.
+/// Returns the number of bytes before the terminating NUL.
 unsigned long strlen(const char* text);
 
-/// The decimal number at the start of text as atoi reads it; 0 when there is none.
+/// Returns the decimal number at the start of text, like atoi; 0 if there is none.
 int stoi(const char* text);
 
-/// The open stream, which the caller closes with fclose; null on failure, with errno set.
+/// Returns an open stream, which the caller closes with fclose; null on failure, with errno set.
 std::FILE* fopen(const char* path, const char* mode);
 
 }  // namespace qel

@@ -2,7 +2,7 @@
 
 namespace qel {
 
-// 0x98 stands for U+0098, as in the "best fit" variant of the Consortium's table.
+// 0x98 is U+0098, as in the "best fit" variant of the Consortium's table.
 const wchar_t TextConverter::ciCWin1251[] = {
     0x0000, 0x0001, 0x0002, 0x0003, 0x0004, 0x0005, 0x0006, 0x0007,  // 0x00
     0x0008, 0x0009, 0x000A, 0x000B, 0x000C, 0x000D, 0x000E, 0x000F,  // 0x08
@@ -38,7 +38,7 @@ const wchar_t TextConverter::ciCWin1251[] = {
     0x0448, 0x0449, 0x044A, 0x044B, 0x044C, 0x044D, 0x044E, 0x044F,  // 0xF8
 };
 
-// Constant initialisation comes before that of any object that could use the converter.
+// Constant-initialized, hence usable in any static initializer.
 constinit const TextConverter::LocaleInfo TextConverter::ciLWin1251(ciCWin1251);
 
 constinit const TextConverter::LocaleInfo* const TextConverter::cpLWin1251 = &ciLWin1251;

@@ -2,8 +2,7 @@
 
 #include <stdio.h>
 
-#include <algorithm>
-#include <iterator>
+#include <utility>
 
 #include "core/result_codes.h"
 
@@ -11,13 +10,8 @@ namespace qel {
 
 namespace {
 
-struct CodeName {
-    unsigned long code;
-    const char* mnemonic;
-};
-
-// Sixteen rows need no search tree, and a constant array costs nothing at start.
-constexpr CodeName codeNames[] = {
+// Small enough for linear search, and a constexpr array needs no start-up code.
+constexpr std::pair<unsigned long, const char*> mnemonics[] = {
     {SUCCESS, "SUCCESS"},
     {ERROR_FILE_NOT_FOUND, "ERROR_FILE_NOT_FOUND"},
     {ERROR_DATA, "ERROR_DATA"},
@@ -51,9 +45,8 @@ const wchar_t* Exception::whatW() const noexcept {
 }
 
 std::string Exception::GetResultString(unsigned long resultCode) {
-    std::string mnemonic = TResultToMnemonicStr(resultCode);
-    if (mnemonic.empty()) return "Unknown error";
-    return mnemonic;
+    const std::string mnemonic = TResultToMnemonicStr(resultCode);
+    return mnemonic.empty() ? "Unknown error" : mnemonic;
 }
 
 std::string Exception::GetResultStringA(unsigned long resultCode) {
@@ -64,10 +57,10 @@ std::string Exception::GetResultStringA(unsigned long resultCode) {
 }
 
 std::string Exception::TResultToMnemonicStr(unsigned long resultCode) {
-    const auto* const found =
-        std::find_if(std::begin(codeNames), std::end(codeNames),
-                     [resultCode](const CodeName& entry) { return entry.code == resultCode; });
-    return found == std::end(codeNames) ? "" : found->mnemonic;
+    for (const auto& [code, mnemonic] : mnemonics) {
+        if (code == resultCode) return mnemonic;
+    }
+    return "";
 }
 
 void ThrowUnlessSuccess(unsigned long resultCode) {

@@ -1,9 +1,8 @@
 /// qel::Exception: an exception that carries a result code.
 ///
-/// Thrown where an operation of the core library cannot return its result code (a constructor, an
-/// assignment, a function that returns its result by value), and by callers for whom a code is
-/// fatal. Thrown by value, caught by reference. Only running out of memory for the texts can make
-/// an operation of this class throw (std::bad_alloc).
+/// Thrown by operations that cannot return a code (constructors, assignments, functions that return
+/// data), and by callers for whom a code is fatal. Thrown by value, caught by reference. Its
+/// operations can throw std::bad_alloc.
 #pragma once
 
 #include <exception>
@@ -19,20 +18,21 @@ public:
     /// The message is a copy of text (NUL-terminated).
     Exception(unsigned long resultCode, const char* text);
 
-    /// The message. The characters live as long as this object.
+    /// Returns the message, which lives as long as this object.
     const char* what() const noexcept override;
 
-    /// The wide message, whose characters live as long as this object; a static empty text unless a
+    /// Returns the wide message, which lives as long as this object; a static empty text unless a
     /// derived class has set messageW.
     virtual const wchar_t* whatW() const noexcept;
 
-    /// The mnemonic of a code, for example "ERROR_MEM", or "Unknown error".
+    /// Returns the mnemonic of a code, for example "ERROR_MEM", or "Unknown error".
     static std::string GetResultString(unsigned long resultCode);
 
-    /// "Unknown error (0x0000000d)": any code, 0 included, in at least eight lower-case hex digits.
+    /// Returns "Unknown error (0x0000000d)": any code, 0 included, in at least eight lower-case hex
+    /// digits.
     static std::string GetResultStringA(unsigned long resultCode);
 
-    /// The mnemonic of a code, or an empty string for a code without one.
+    /// Returns the mnemonic of a code, or an empty string for a code without one.
     static std::string TResultToMnemonicStr(unsigned long resultCode);
 
     unsigned long code;  ///< the result code, never changed by this class

@@ -1,8 +1,6 @@
-/// Sums and products of sizes that stop at the largest size instead of wrapping round, and texts of
-/// such sizes. Private to this library.
+/// Saturating arithmetic for sizes, and strings of such sizes. Private to this library.
 ///
-/// No heap grants the largest size, so that a size that does not fit 64 bits ends like one that
-/// memory cannot hold: ERROR_MEM.
+/// An allocation of the largest size always fails, so an overflow ends in ERROR_MEM.
 #pragma once
 
 #include <exception>
@@ -24,8 +22,8 @@ constexpr unsigned long SaturatingMultiply(unsigned long left, unsigned long rig
     return right != 0 && left > maxSize / right ? maxSize : left * right;
 }
 
-/// A text of this many characters, to be written over. Throws Exception(ERROR_MEM) when the heap
-/// refuses it or no string can be that long.
+/// Returns a string of this size, to be overwritten. Throws Exception(ERROR_MEM) when out of memory
+/// or if no string can be that long.
 inline std::string MakeString(unsigned long size) try {
     return std::string(size, '\0');
 } catch (const std::exception&) {

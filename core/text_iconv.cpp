@@ -16,10 +16,10 @@ namespace qel {
 namespace {
 
 // "WCHAR_T" is Unicode in glibc, and in a libiconv for a system whose wchar_t is Unicode in every
-// locale. That this holds for the iconv of macOS could not be tried: no macOS was at hand.
+// locale. Untested with the iconv of macOS.
 
-/// Converts the whole input in one call, from one form to another under iconv's names, into a new
-/// block of capacity bytes; produced becomes the number of bytes in it that count.
+/// Converts the whole input in one call, between two iconv encodings, into a new block of capacity
+/// bytes; produced is set to the number of bytes written.
 unsigned long Transcode(const char* from, const char* to, const Buffer& input,
                         unsigned long capacity, BufferDynamic& block, unsigned long& produced) {
     const ::iconv_t opened = ::iconv_open(to, from);
@@ -27,20 +27,18 @@ unsigned long Transcode(const char* from, const char* to, const Buffer& input,
     const std::unique_ptr<std::remove_pointer_t<::iconv_t>, int (*)(::iconv_t)> descriptor(
         opened, ::iconv_close);
 
-    const unsigned long result = block.Alloc(capacity);
-    if (result != SUCCESS) return result;
+    if (const unsigned long result = block.Alloc(capacity)) return result;
     auto* in = static_cast<char*>(input.GetData());
     auto* out = static_cast<char*>(block.GetData());
     ::size_t inLeft = input.GetSize(), outLeft = capacity;
-    // A number above 0 counts characters that were replaced by similar ones.
+    // A positive result counts transliterated characters.
     if (::iconv(opened, &in, &inLeft, &out, &outLeft) != 0) return NO_UNICODE_TRANSLATION;
     produced = capacity - outLeft;
     return SUCCESS;
 }
 
-/// The same where every character takes as many bytes as any other, so that the output fills its
-/// block: glibc leaves out the characters U+E0000 to U+E007F where the other form lacks them, and
-/// calls that a success.
+/// The same for fixed-width output, which must fill its block: glibc silently drops U+E0000 to
+/// U+E007F if the target lacks them.
 unsigned long TranscodeUnits(const char* from, const char* to, const Buffer& input,
                              unsigned long capacity, BufferDynamic& block) {
     unsigned long produced = 0;
@@ -48,7 +46,7 @@ unsigned long TranscodeUnits(const char* from, const char* to, const Buffer& inp
     return result == SUCCESS && produced != capacity ? NO_UNICODE_TRANSLATION : result;
 }
 
-/// length bytes at src, which need not be aligned, as wide text without the zeros at its end.
+/// Converts length bytes at src, possibly unaligned, to wide text without trailing zeros.
 unsigned long TranscodeToWide(const char* from, const void* src, unsigned long length,
                               unsigned long capacity, std::wstring& out) {
     BufferDynamic block;
@@ -63,8 +61,16 @@ unsigned long TranscodeToWide(const char* from, const void* src, unsigned long l
     return SUCCESS;
 }
 
-/// The number of characters with their terminator.
-unsigned long CountWithTerminator(const wchar_t* text) { return ::wcslen(text) + 1; }
+/// Converts units characters, terminator included, to a string without the terminator.
+template <class Unit>
+unsigned long TranscodeToString(const char* from, const char* to, const Buffer& input,
+                                unsigned long units, std::basic_string<Unit>& out) {
+    BufferDynamic block;
+    const unsigned long result =
+        TranscodeUnits(from, to, input, SaturatingMultiply(sizeof(Unit), units), block);
+    if (result == SUCCESS) out.assign(static_cast<const Unit*>(block.GetData()), units - 1);
+    return result;
+}
 
 }  // namespace
 
@@ -80,24 +86,20 @@ unsigned long TextConverter::UTF8ToWChar(const void* src, unsigned long length, 
 
 unsigned long TextConverter::WCharToUCS2(const wchar_t* src, unsigned short* out,
                                          unsigned long& size) {
-    const unsigned long units = CountWithTerminator(src);
+    const unsigned long units = ::wcslen(src) + 1;
     BufferDynamic text;
     const unsigned long result =
         TranscodeUnits("WCHAR_T", "UCS-2LE", Buffer(src, 4 * units), 2 * units, text);
     if (result != SUCCESS) return result;
-    const unsigned long room = std::exchange(size, text.GetSize());
+    const unsigned long capacity = std::exchange(size, text.GetSize());
     if (out == nullptr) return SUCCESS;
-    if (room < size) return ERROR_SIZE;
+    if (capacity < size) return ERROR_SIZE;
     return Buffer(out, size).Set(size, text.GetData());
 }
 
 unsigned long TextConverter::WCharToASCIIWithSystemLocale(const wchar_t* src, std::string& out) {
-    const unsigned long units = CountWithTerminator(src);
-    BufferDynamic text;
-    const unsigned long result =
-        TranscodeUnits("WCHAR_T", "WINDOWS-1251", Buffer(src, 4 * units), units, text);
-    if (result == SUCCESS) out.assign(static_cast<const char*>(text.GetData()), units - 1);
-    return result;
+    const unsigned long units = ::wcslen(src) + 1;
+    return TranscodeToString("WCHAR_T", "WINDOWS-1251", Buffer(src, 4 * units), units, out);
 }
 
 std::string TextConverter::WCharToASCIIWithSystemLocale(const wchar_t* src) {
@@ -108,11 +110,7 @@ std::string TextConverter::WCharToASCIIWithSystemLocale(const wchar_t* src) {
 
 unsigned long TextConverter::ASCIIToWCharWithSystemLocale(const char* src, std::wstring& out) {
     const unsigned long units = qel::strlen(src) + 1;
-    BufferDynamic text;
-    const unsigned long result = TranscodeUnits("WINDOWS-1251", "WCHAR_T", Buffer(src, units),
-                                                SaturatingMultiply(4, units), text);
-    if (result == SUCCESS) out.assign(static_cast<const wchar_t*>(text.GetData()), units - 1);
-    return result;
+    return TranscodeToString("WINDOWS-1251", "WCHAR_T", Buffer(src, units), units, out);
 }
 
 unsigned long TextConverter::WCharToUTF8(const wchar_t* src, BufferDynamic& out) {

@@ -15,12 +15,9 @@ namespace qel {
 namespace {
 
 using LocaleInfo = TextConverter::LocaleInfo;
+using UCS2 = unsigned short;
 
 constexpr unsigned long codeCount = 256;
-
-bool IsBefore(LocaleInfo::CharPair a, LocaleInfo::CharPair b) {
-    return LocaleInfo::compare(&a, &b) < 0;
-}
 
 /// Loads a unit of text that may be unaligned.
 template <class Unit>
@@ -85,13 +82,9 @@ unsigned long NarrowUnits(const void* src, unsigned long count, void* out, const
     return count;
 }
 
-/// Converts count units at src to units at out and returns the number of units written.
-using UnitConverter = unsigned long (*)(const void* src, unsigned long count, void* out,
-                                        const LocaleInfo& info);
-
-/// Converts into the caller's memory, from units of one type to units of another.
-template <class From, class To>
-unsigned long ConvertUnits(UnitConverter convert, const void* src, unsigned long length, void* out,
+/// The caller-buffer protocol around convert, which is WidenUnits or NarrowUnits.
+template <class From, class To, class Converter>
+unsigned long ConvertUnits(Converter convert, const void* src, unsigned long length, void* out,
                            unsigned long& size, const LocaleInfo& info) {
     if (src == nullptr) {
         size = 0;
@@ -107,20 +100,8 @@ unsigned long ConvertUnits(UnitConverter convert, const void* src, unsigned long
     return SUCCESS;
 }
 
-template <class To>
-unsigned long WidenToMemory(const void* src, unsigned long length, void* out, unsigned long& size,
-                            const LocaleInfo& info) {
-    return ConvertUnits<unsigned char, To>(WidenUnits<To>, src, length, out, size, info);
-}
-
-template <class From>
-unsigned long NarrowToMemory(const void* src, unsigned long length, void* out, unsigned long& size,
-                             const LocaleInfo& info) {
-    return ConvertUnits<From, char>(NarrowUnits<From>, src, length, out, size, info);
-}
-
 template <class Unit>
-unsigned long WidenToString(const char* src, std::basic_string<Unit>& out, const LocaleInfo& info) {
+unsigned long WidenString(const char* src, std::basic_string<Unit>& out, const LocaleInfo& info) {
     const unsigned long length = qel::strlen(src);
     const BufferDynamic units(SizeWithTerminator(length, sizeof(Unit)));
     WidenUnits<Unit>(src, length, units.GetData(), info);
@@ -129,7 +110,7 @@ unsigned long WidenToString(const char* src, std::basic_string<Unit>& out, const
 }
 
 template <class Unit>
-unsigned long NarrowToString(const Unit* src, std::string& out, const LocaleInfo& info) {
+unsigned long NarrowString(const Unit* src, std::string& out, const LocaleInfo& info) {
     out.resize(CountUnits<Unit>(src, 0));
     NarrowUnits<Unit>(src, out.size(), out.data(), info);
     return SUCCESS;
@@ -161,7 +142,8 @@ void TextConverter::LocaleInfo::BuildReverseMap() const {
         records[code] = {static_cast<std::uint8_t>(code),
                          static_cast<std::int32_t>(codeTable[code])};
     }
-    std::sort(records, records + codeCount, IsBefore);
+    std::sort(records, records + codeCount,
+              [](CharPair a, CharPair b) { return compare(&a, &b) < 0; });
 }
 
 std::string TextConverter::Trim(const char* s) {
@@ -179,7 +161,7 @@ unsigned long TextConverter::EASCIIToUCS2(const char* src, unsigned long length,
 
 unsigned long TextConverter::EASCIIToWChar(const char* src, unsigned long length, wchar_t* out,
                                            unsigned long& size, const LocaleInfo& info) {
-    return WidenToMemory<wchar_t>(src, length, out, size, info);
+    return ConvertUnits<unsigned char, wchar_t>(WidenUnits<wchar_t>, src, length, out, size, info);
 }
 
 unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, unsigned long length,
@@ -189,7 +171,7 @@ unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, unsigned lo
 
 unsigned long TextConverter::WCharToEASCII(const wchar_t* src, unsigned long length, char* out,
                                            unsigned long& size, const LocaleInfo& info) {
-    return NarrowToMemory<wchar_t>(src, length, out, size, info);
+    return ConvertUnits<wchar_t, char>(NarrowUnits<wchar_t>, src, length, out, size, info);
 }
 
 unsigned long TextConverter::Convert(EDirection dir, const void* src, unsigned long length,
@@ -197,9 +179,10 @@ unsigned long TextConverter::Convert(EDirection dir, const void* src, unsigned l
     if (info == nullptr) info = cpLWin1251;
     switch (dir) {
         case dirEASCIIToUCS2:
-            return WidenToMemory<unsigned short>(src, length, out, size, *info);
+            return ConvertUnits<unsigned char, UCS2>(WidenUnits<UCS2>, src, length, out, size,
+                                                     *info);
         case dirUCS2ToEASCII:
-            return NarrowToMemory<unsigned short>(src, length, out, size, *info);
+            return ConvertUnits<UCS2, char>(NarrowUnits<UCS2>, src, length, out, size, *info);
     }
     return ERROR_INTERNAL;
 }
@@ -226,22 +209,22 @@ unsigned long TextConverter::UCS2ToASCIIWithSystemLocale(const void* src, unsign
 
 unsigned long TextConverter::EASCIIToUCS2(const char* src, std::basic_string<unsigned short>& out,
                                           const LocaleInfo& info) {
-    return WidenToString(src, out, info);
+    return WidenString(src, out, info);
 }
 
 unsigned long TextConverter::EASCIIToWChar(const char* src, std::wstring& out,
                                            const LocaleInfo& info) {
-    return WidenToString(src, out, info);
+    return WidenString(src, out, info);
 }
 
 unsigned long TextConverter::UCS2ToEASCII(const unsigned short* src, std::string& out,
                                           const LocaleInfo& info) {
-    return NarrowToString(src, out, info);
+    return NarrowString(src, out, info);
 }
 
 unsigned long TextConverter::WCharToEASCII(const wchar_t* src, std::string& out,
                                            const LocaleInfo& info) {
-    return NarrowToString(src, out, info);
+    return NarrowString(src, out, info);
 }
 
 }  // namespace qel

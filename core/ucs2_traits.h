@@ -1,5 +1,5 @@
-/// std::char_traits<unsigned short>, for std::basic_string<unsigned short>, where the standard
-/// library is libc++: it had traits for every integer type and has dropped them (LLVM 19).
+/// std::char_traits<unsigned short>, for std::basic_string<unsigned short>, for libc++, which
+/// removed its generic traits in LLVM 19.
 #pragma once
 
 #include <string>

@@ -12,7 +12,7 @@ std::string_view Trim(std::string_view text, std::string_view characters) {
     return text.substr(0, text.find_last_not_of(characters) + 1);
 }
 
-/// Cuts text at the comment marker and unescapes both halves. Returns the comment, empty if none.
+/// Truncates text at its comment and unescapes both. Returns the comment, empty if none.
 std::string TakeComment(std::string& text) {
     std::string comment;
     Properties::Preunmask(text);
@@ -26,17 +26,15 @@ std::string TakeComment(std::string& text) {
     return comment;
 }
 
-bool IsPlaceholder(const Properties::Property& record) { return record.name.starts_with('\n'); }
-
 }  // namespace
 
 Properties::PropertyPtr ReadConfigLine(std::string_view line, unsigned long lineNumber) {
     const std::string none;
     auto record = std::make_shared<Properties::Property>(none, none, none, lineNumber);
-    // The line ends go first: from TakeComment on, a carriage return stands for a "#".
+    // Line endings first: TakeComment replaces "##" by a carriage return for a while.
     std::string_view text = Trim(line, "\r\n");
     std::string unescaped;
-    // Most lines have nothing to unescape, and are never copied as a whole.
+    // Most lines need no unescaping, hence no copy.
     if (text.find('#') != text.npos || text.find('\r') != text.npos) {
         unescaped = text;
         record->comment = TakeComment(unescaped);
@@ -58,14 +56,15 @@ Properties::PropertyPtr ReadConfigLine(std::string_view line, unsigned long line
 
 std::string WriteConfigLine(const Properties::Property& record) {
     std::string line;
-    if (!IsPlaceholder(record)) {
+    const bool isPlaceholder = record.name.starts_with('\n');
+    if (!isPlaceholder) {
         line = record.name + "=" + record.value;
         Properties::Mask(line);
     }
     if (!record.comment.empty() && record.comment != "\n") {
         if (!line.empty()) line += ' ';
         line += '#';
-        // Right behind the marker a "#" would read back as the second half of an escaped pair.
+        // Directly after the first, a "#" would be read as "##".
         if (record.comment.starts_with('#')) line += ' ';
         line += record.comment;
     }

@@ -1,8 +1,8 @@
-/// One line of configuration text, taken apart and put together: the only place that knows its
-/// syntax. Private to this library.
+/// Parses and formats one configuration line; the only code that knows the syntax. Private to this
+/// library.
 ///
-/// A line is "name = value # comment" with every part optional but the name of a property; "##" is
-/// a literal "#" in each of them.
+/// A line is "name = value # comment", of which only the name of a property is required; "##" is a
+/// literal "#" in each part.
 #pragma once
 
 #include <string>
@@ -12,21 +12,20 @@
 
 namespace mox {
 
-/// The characters that the POSIX locale calls space.
+/// isspace() of the POSIX locale.
 inline constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 
-/// The record of one line, which may carry its line end: a property, or a placeholder whose value
-/// is the line as given. Null when the line is malformed, that is, not blank but without "=" or
-/// without a name before it.
+/// Parses a line, with or without its line ending, into a property, or a placeholder whose value is
+/// the line. Returns null if the line is malformed: not blank, but without "=" or without a name
+/// before it.
 Properties::PropertyPtr ReadConfigLine(std::string_view line, unsigned long lineNumber);
 
-/// The line of a record, ended by a line feed. A placeholder gives its comment alone, or a blank
-/// line; its value is not used. A comment that begins with "#" gets a blank in front.
+/// Formats a record as a line. A placeholder gives its comment, or a blank line; its value is
+/// unused. A comment starting with "#" is preceded by a space.
 ///
-/// ReadConfigLine reads the line back into the same record, save for a placeholder's value, for
-/// that blank, and for a "##" within the comment, which reads as "#". What a line cannot hold reads
-/// back as something else or not at all: an empty name, one with "=", line ends, and white space or
-/// carriage returns that the reader trims or turns into "#".
+/// ReadConfigLine restores the same record, except for a placeholder's value, for that space, and
+/// for a "##" within the comment, which reads as "#". Not round-tripped: an empty name, "=" in a
+/// name, line endings, and white space or carriage returns that the reader trims or turns into "#".
 std::string WriteConfigLine(const Properties::Property& record);
 
 }  // namespace mox

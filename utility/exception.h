@@ -7,23 +7,23 @@
 /// The utility library: named values and their files, the file system, strings.
 namespace mox {
 
-/// A failure told by a message. Thrown by value, caught by reference.
+/// An error described by a message. Thrown by value, caught by reference.
 class Exception : public std::exception {
 public:
-    /// Keeps a copy of text.
+    /// Copies text.
     explicit Exception(const std::string& text);
 
-    /// The message, never null. The characters live as long as this object.
+    /// Returns the message, never null, which lives as long as this object.
     const char* what() const noexcept override;
 
 private:
     std::string message;
 };
 
-/// A failure of the file system.
+/// A file-system error.
 class FileException : public Exception {
 public:
-    /// Keeps a copy of text.
+    /// Copies text.
     using Exception::Exception;
 };
 

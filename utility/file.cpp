@@ -14,13 +14,13 @@ namespace mox::File {
 
 namespace {
 
-// Linux takes no longer path, so the parents would be made in vain.
+// Linux's limit: creating a longer path's parents is pointless.
 constexpr std::size_t maxForcedPathLength = 4095;
-// What macOS takes, on every system: with its NUL the result fits an array of 1024 bytes.
+// macOS's limit, applied everywhere: the result with its NUL fits 1024 bytes.
 constexpr std::size_t maxFullPathLength = 1023;
 
-/// True as well when the directory is there by now: another process has made it, or path ends in
-/// "/" and its parent was it.
+/// Also true if it exists by now: created by another process, or as its own parent because path
+/// ends in "/".
 bool CreateDirectory(const char* path) {
     return ::mkdir(path, 0707) == 0 || IsDirectoryExist(path);
 }
@@ -71,7 +71,7 @@ std::string ExtractPathFromFullname(const std::string& path) {
 }
 
 std::string GetFullFilePath(const std::string& path) {
-    // realpath allocates: into an array of ours it would write more than its size.
+    // Let realpath allocate: it could overflow a 1024-byte array.
     const std::unique_ptr<char, decltype(&::free)> resolved(::realpath(path.c_str(), nullptr),
                                                             ::free);
     if (!resolved) return path;

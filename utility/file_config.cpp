@@ -15,8 +15,7 @@ namespace mox {
 
 namespace {
 
-/// What fgets takes for a line at most: 4094 bytes and the terminating NUL. It is part of the file
-/// format, as longer lines are read in pieces.
+/// At most 4094 bytes and the NUL. Part of the file format, since longer lines are split.
 constexpr int lineBufferSize = 4095;
 
 Exception UnableToOpen(const char* path) {
@@ -39,9 +38,8 @@ void ReadLines(std::FILE* file, const char* path, Properties& store) {
     }
 }
 
-using Records = std::map<std::string, Properties::PropertyPtr>;
-
-std::vector<const Properties::Property*> InLineOrder(const Records& records) {
+std::vector<const Properties::Property*> InLineOrder(
+    const std::map<std::string, Properties::PropertyPtr>& records) {
     std::vector<const Properties::Property*> lines;
     lines.reserve(records.size());
     for (const auto& [name, record] : records) lines.push_back(record.get());
@@ -63,7 +61,7 @@ FileConfig::~FileConfig() noexcept(false) {
     try {
         Save();
     } catch (...) {
-        // A second exception during unwinding would end the program.
+        // A second exception during unwinding would terminate the program.
         if (std::uncaught_exceptions() == 0) throw;
     }
 }
@@ -90,7 +88,7 @@ void FileConfig::SaveAs(const std::string& path) {
 }
 
 void FileConfig::ReadConfigFile(const char* path) {
-    // Until the last line is in, destruction must not write what there is over a whole file.
+    // Until all lines are read, the destructor must not overwrite the file with a part of it.
     incomplete = true;
     Clear();
     std::FILE* const file = std::fopen(path, "r");
@@ -101,7 +99,7 @@ void FileConfig::ReadConfigFile(const char* path) {
 }
 
 void FileConfig::WriteConfigFile(const char* path) const {
-    // The whole text is composed first, so that a failure in composing leaves the old file intact.
+    // Format everything first, so that a failure there leaves the old file intact.
     std::string text = header;
     for (const Property* record : InLineOrder(propertyMap)) text += WriteConfigLine(*record);
 

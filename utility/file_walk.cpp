@@ -10,13 +10,9 @@ namespace mox {
 
 namespace {
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
-
-/// The next entry; null at the end.
+/// Returns the next entry; null at the end.
 const dirent* ReadEntry(DIR* directory) {
-    // The end and a failure differ in errno alone.
+    // Only errno tells the end from an error.
     errno = 0;
     const dirent* const entry = ::readdir(directory);
     if (entry == nullptr && errno != 0) throw FileException("Error reading directory");
@@ -41,16 +37,15 @@ bool FileFoundToVectorCallback(const File::FileInfo& info, void* context) {
 
 bool File::FindAllFilesInDirectory(const char* dir, bool (*callback)(const FileInfo&, void*),
                                    void* context, bool recursive, bool skipHidden) {
-    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(dir));
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(dir), ::closedir);
     if (!directory) throw FileException("Error opening directory");
     while (const dirent* const entry = ReadEntry(directory.get())) {
         const char* const name = entry->d_name;
         if (IsSkipped(name, skipHidden)) continue;
         const FileInfo info = Describe(dir, name);
         if (!callback(info, context)) return false;
-        // Below the top level hidden entries are left out, even where the caller wants them.
-        const bool descend = recursive && info.isDirectory;
-        if (descend &&
+        // Below the top level hidden entries are always left out.
+        if (recursive && info.isDirectory &&
             !FindAllFilesInDirectory(info.fullPath.c_str(), callback, context, true, true)) {
             return false;
         }
@@ -60,9 +55,9 @@ bool File::FindAllFilesInDirectory(const char* dir, bool (*callback)(const FileI
 
 bool File::FindAllFilesInDirectory(const char* dir, std::vector<FileInfo>& found, bool recursive,
                                    bool skipHidden) {
-    // dir may stand in found, whose elements move as it grows.
-    const std::string folder = dir;
-    return FindAllFilesInDirectory(folder.c_str(), FileFoundToVectorCallback, &found, recursive,
+    // dir may point into found, which reallocates.
+    const std::string directory = dir;
+    return FindAllFilesInDirectory(directory.c_str(), FileFoundToVectorCallback, &found, recursive,
                                    skipHidden);
 }
 

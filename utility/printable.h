@@ -1,4 +1,4 @@
-/// Tests for text that can be shown as it is.
+/// Tests for printable ASCII text.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace mox {
 
-/// True when s is not empty and each of its bytes is a printable ASCII character: 0x20 (blank) to
-/// 0x7E (tilde), whatever the locale.
+/// Returns whether s is not empty and each of its bytes is printable ASCII: 0x20 (space) to 0x7E
+/// (tilde), whatever the locale.
 bool IsStringPrintable(const std::string& s);
 
 /// The same for the bytes of a buffer, which must not be a counting cursor.

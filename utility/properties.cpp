@@ -15,7 +15,7 @@ void Properties::Clear() {
 
 void Properties::PutProperty(const PropertyPtr& record) {
     if (!record) throw Exception("Properties: null record");
-    // Names that come in order, as from many a file, then need no search.
+    // With this hint, names in sorted order need no search.
     propertyMap.insert_or_assign(propertyMap.end(), record->name, record);
 }
 
@@ -41,7 +41,7 @@ void Properties::Delete(const std::string& name) {
 }
 
 void Properties::Merge(const Properties& other, bool overwrite) {
-    // PutProperty shares the record and leaves the mark alone.
+    // PutProperty shares the record and does not set the flag.
     for (const auto& [name, record] : other.propertyMap) {
         if (overwrite || Get(name).empty()) PutProperty(record);
     }

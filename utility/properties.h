@@ -1,12 +1,12 @@
 /// mox::Properties: an in-memory store of named text properties.
 ///
-/// The store maps each name to a record that holds the value, the comment that stood beside it and
-/// the place of its line in the text form. Records are reference-counted and can be shared between
-/// stores: a change made to a record through one store is seen in every store that holds it. A
-/// store and the records that it shares are used by one thread at a time.
+/// The store maps each name to a record that holds the value, the comment on its line and the
+/// line's number. Records are reference-counted and can be shared between stores: a change made to
+/// a record through one store is seen in every store that holds it. Not thread-safe, including
+/// across stores that share records.
 ///
-/// Names are compared as bytes, so they are case-sensitive, and entries stand in ascending byte
-/// order of their names. A missing name is never an error. Every operation that allocates can throw
+/// Names are compared as bytes, so they are case-sensitive, and entries are in ascending byte order
+/// of their names. A missing name is never an error. Every operation that allocates can throw
 /// std::bad_alloc, and then leaves the store consistent.
 ///
 ///     mox::Properties settings;
@@ -26,10 +26,9 @@ class Properties {
 public:
     /// One property: a plain record.
     ///
-    /// A record whose name begins with a line feed is a placeholder for a line of the text form
-    /// that carries no property (blank, or a comment alone): its name is the line feed and the line
-    /// number in decimal, its value the line as it was read. In the store it is an entry like any
-    /// other.
+    /// A record whose name begins with a newline is a placeholder for a line of the text form
+    /// without a property (blank, or only a comment): its name is the newline and the line number
+    /// in decimal, its value the line as it was read. In the store it is an entry like any other.
     struct Property {
         /// Copies all four.
         Property(const std::string& propertyName, const std::string& propertyValue,
@@ -41,59 +40,57 @@ public:
         unsigned long index;  ///< the number of its line in the text form, from 1
     };
 
-    /// How stores hold and share their records.
+    /// Shared ownership of a record.
     using PropertyPtr = std::shared_ptr<Property>;
 
     /// An empty, unmodified store.
     Properties() = default;
 
-    // Stores are merged, not copied: an assignment could reset the modified flag of a FileConfig,
-    // whose changes would then not be written back.
+    // Not copyable (see Merge): assignment could reset the modified flag, and a FileConfig would
+    // not be written back.
     Properties(const Properties&) = delete;
     Properties& operator=(const Properties&) = delete;
 
-    /// Throws nothing itself; a derived class may.
+    /// May throw only in a derived class.
     virtual ~Properties() noexcept(false) = default;
 
-    /// Removes every entry. Marks the store modified, also when it was empty.
+    /// Removes every entry and sets the modified flag, even if the store was empty.
     void Clear();
 
-    /// Stores the given record itself, unchanged, under its own name, in place of any entry of that
-    /// name. Does not mark the store modified. Throws mox::Exception, with nothing stored, when the
-    /// record is null.
+    /// Stores the record itself, not a copy, replacing any entry of its name. Does not set the
+    /// modified flag. Throws mox::Exception, with nothing stored, if record is null.
     void PutProperty(const PropertyPtr& record);
 
-    /// Gives the property of this name the value. An existing record is changed in place and keeps
-    /// its comment and its index; a new one gets an empty comment and, as its index, the number of
-    /// entries that there are with it. Marks the store modified.
+    /// Sets the value of a property and the modified flag. An existing record is changed in place
+    /// and keeps its comment and index; a new one gets an empty comment and the new number of
+    /// entries as its index.
     void Put(const std::string& name, const std::string& value);
 
-    /// The same, save that a new record gets the comment; an existing one still keeps its own.
+    /// The same, but a new record gets comment.
     void Put(const std::string& name, const std::string& value, const std::string& comment);
 
-    /// Removes the entry of this name, if any. Marks the store modified in any case.
+    /// Removes the entry of this name, if any. Always sets the modified flag.
     void Delete(const std::string& name);
 
-    /// Takes over the entries of other, sharing their records, which keep their index. Where this
-    /// store has a non-empty value of the same name, that stays unless overwrite is true. Does not
-    /// mark the store modified.
+    /// Adds the entries of other, sharing their records, which keep their index. Non-empty values
+    /// of this store are kept unless overwrite is true. Does not set the modified flag.
     void Merge(const Properties& other, bool overwrite);
 
-    /// A copy of the value of this name; empty when there is none.
+    /// Returns a copy of the value of this name; empty if there is none.
     std::string Get(const std::string& name) const;
 
-    /// The same, with defaultValue in place of a missing or empty value.
+    /// The same, but returns defaultValue for a missing or empty value.
     std::string Get(const std::string& name, const std::string& defaultValue) const;
 
-    /// The value of this name as a number; defaultValue where it is missing or empty, where it does
-    /// not begin with a number, and where that number does not fit the result type.
+    /// Returns the value of this name as a number; defaultValue if it is missing or empty, does not
+    /// begin with a number, or the number does not fit the result type.
     ///
-    /// A number is decimal: digits, which white space and a sign may precede; the unsigned readings
-    /// refuse a minus sign. A size suffix at the end of the value (k, m or g, which a b may follow,
-    /// in either case) multiplies it by 1024, 1024^2 or 1024^3; a product that does not fit the
-    /// result type wraps in two's complement. What stands between the number and the suffix is
-    /// ignored: "1.5k" is 1024 and "12abc" is 12. No locale is consulted, and "0x" is no prefix:
-    /// "0x10" is 0.
+    /// A number is decimal: digits, after optional white space and sign; the unsigned functions
+    /// reject a minus sign. A size suffix at the end of the value (k, m or g, optionally followed
+    /// by b, in either case) multiplies it by 1024, 1024^2 or 1024^3; a product that does not fit
+    /// the result type wraps in two's complement. Anything between number and suffix is ignored:
+    /// "1.5k" is 1024 and "12abc" is 12. No locale is consulted, and "0x" is not a prefix: "0x10"
+    /// is 0.
     int GetAsInt(const std::string& name, int defaultValue) const;
 
     /// The same, unsigned.
@@ -102,45 +99,43 @@ public:
     /// The same, unsigned and in 64 bits.
     unsigned long GetAsULong(const std::string& name, unsigned long defaultValue) const;
 
-    /// True for "TRUE", "true", "1" and "yes", false for "FALSE", "false", "0" and "no", and
-    /// defaultValue where the value of this name is missing or empty. Any other value, these words
-    /// with blanks around them included, throws mox::Exception, "Bad value for boolean option \"" +
-    /// value + "\"".
+    /// True for "TRUE", "true", "1" and "yes"; false for "FALSE", "false", "0" and "no";
+    /// defaultValue if the value is missing or empty. Any other value, including these words with
+    /// spaces around them, throws mox::Exception, "Bad value for boolean option \"" + value + "\"".
     bool GetAsBool(const std::string& name, bool defaultValue) const;
 
-    /// Replaces the entries by those of a configuration text and marks the store modified.
+    /// Replaces the entries by those of a configuration text and sets the modified flag.
     ///
-    /// The lines have the syntax of a configuration file (see FileConfig), but are of any length
-    /// and may hold NUL bytes. Carriage returns are removed wherever they stand. Lines that are
-    /// then empty make no record and are not counted; of blank ones and comments the placeholder's
-    /// value is the line without its line end. Where a name stands on two lines, the later one
-    /// wins. A malformed line throws mox::Exception, "Properties: wrong data in config data " +
-    /// " in line " + its number, with the store holding the lines before it; a FileConfig writes
-    /// these back like any others.
+    /// The lines have the syntax of a configuration file (see FileConfig), but can be of any length
+    /// and contain NUL bytes. All carriage returns are removed. Lines then empty are skipped and
+    /// not counted; a placeholder's value is its line without the newline. The last line with a
+    /// name wins. A malformed line throws mox::Exception, "Properties: wrong data in config data "
+    /// + " in line " + its number, with the lines before it in the store; a FileConfig writes these
+    /// back like any others.
     void Parse(const std::string& data);
 
-    /// The entries in the order of their names, each as name, "=", value and a line feed.
-    /// Placeholders are no exception, comments are left out and "#" is not escaped: Parse does not
-    /// always read the text back into the same entries.
+    /// Returns the entries in the order of their names, each as name, "=", value and a newline.
+    /// This includes placeholders, but no comments, and "#" is not escaped: Parse does not always
+    /// restore the same entries.
     std::string GetAsDataFile() const;
 
-    /// Escapes "#", of which a single one starts a comment in the text form: doubles every "#" of
-    /// the text, in place. For a text without carriage returns, Preunmask and then Unmask undo it.
+    /// Doubles every "#" of text, in place, since a single one starts a comment in the text form.
+    /// For text without carriage returns, Preunmask and then Unmask revert it.
     static void Mask(std::string& text);
 
-    /// The first step of reading a line: turns every pair "##", taken from the left, into a
-    /// carriage return, in place. The first "#" that is left, if any, is the comment marker.
+    /// The first step of reading a line: replaces every pair "##", from the left, by a carriage
+    /// return, in place. The first remaining "#", if any, starts the comment.
     static void Preunmask(std::string& text);
 
-    /// The second step, on what stands before and after the marker: turns every carriage return
-    /// into "#", in place.
+    /// The second step, for the text before and after that "#": replaces every carriage return by
+    /// "#", in place.
     static void Unmask(std::string& text);
 
 protected:
     /// The entries. Every pointer is non-null, and every key equals its record's name.
     std::map<std::string, PropertyPtr> propertyMap;
 
-    /// True once Put, Delete, Clear or Parse was called; only a derived class ever clears it.
+    /// Set by Put, Delete, Clear and Parse; only a derived class ever resets it.
     bool modified = false;
 };
 

@@ -23,7 +23,7 @@ void Properties::Parse(const std::string& data) {
     for (const std::string& line : lines) {
         const PropertyPtr record = ReadConfigLine(line, ++number);
         if (!record) {
-            // The message's own text: two blanks before "in".
+            // The double space is part of the message.
             throw Exception("Properties: wrong data in config data  in line " +
                             std::to_string(number));
         }

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 #include <type_traits>
@@ -13,29 +14,26 @@ namespace mox {
 
 namespace {
 
-struct BooleanWord {
-    std::string_view text;
-    bool value;
-};
+constexpr std::string_view trueWords[] = {"TRUE", "true", "1", "yes"};
+constexpr std::string_view falseWords[] = {"FALSE", "false", "0", "no"};
 
-constexpr BooleanWord booleanWords[] = {
-    {"TRUE", true},   {"true", true},   {"1", true},  {"yes", true},
-    {"FALSE", false}, {"false", false}, {"0", false}, {"no", false},
-};
+bool Contains(const std::string_view (&words)[4], std::string_view word) {
+    return std::find(std::begin(words), std::end(words), word) != std::end(words);
+}
 
-/// The number at the start of text times the factor of its suffix, or defaultValue.
+/// Returns the number at the start of text times the factor of its suffix, or defaultValue.
 template <class Number>
 Number ReadNumber(std::string text, Number defaultValue) {
     const unsigned long factor = String::ExtractMultiplier(text);
     std::string_view digits = text;
     digits.remove_prefix(std::min(digits.find_first_not_of(whiteSpace), digits.size()));
-    // std::from_chars takes a minus sign, but no plus sign.
+    // std::from_chars accepts a minus sign, but no plus sign.
     if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
 
     Number number = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (read.ec != std::errc()) return defaultValue;
-    // The product of signed numbers must not overflow; that of unsigned ones wraps.
+    // Unsigned: signed overflow is undefined.
     using Unsigned = std::make_unsigned_t<Number>;
     return static_cast<Number>(static_cast<Unsigned>(number) * static_cast<Unsigned>(factor));
 }
@@ -57,9 +55,8 @@ unsigned long Properties::GetAsULong(const std::string& name, unsigned long defa
 bool Properties::GetAsBool(const std::string& name, bool defaultValue) const {
     const std::string value = Get(name);
     if (value.empty()) return defaultValue;
-    for (const BooleanWord& word : booleanWords) {
-        if (value == word.text) return word.value;
-    }
+    if (Contains(trueWords, value)) return true;
+    if (Contains(falseWords, value)) return false;
     throw Exception("Bad value for boolean option \"" + value + "\"");
 }
 

@@ -3,27 +3,17 @@
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/tokenizer.hpp>
 #include <string_view>
+#include <utility>
 
 namespace mox::String {
 
 namespace {
 
-struct SizeSuffix {
-    std::string_view text;
-    unsigned long factor;
-};
-
-// None is the end of another, so the order does not matter.
-constexpr SizeSuffix sizeSuffixes[] = {
+// None is a suffix of another, so the order does not matter.
+constexpr std::pair<std::string_view, unsigned long> sizeSuffixes[] = {
     {"kb", 1ul << 10}, {"mb", 1ul << 20}, {"gb", 1ul << 30},
     {"k", 1ul << 10},  {"m", 1ul << 20},  {"g", 1ul << 30},
 };
-
-/// The letters A to Z alone, whatever the locale.
-char ToLower(char character) {
-    const bool isUpper = 'A' <= character && character <= 'Z';
-    return isUpper ? static_cast<char>(character - 'A' + 'a') : character;
-}
 
 }  // namespace
 
@@ -36,7 +26,8 @@ unsigned long Split(const std::string& text, const std::string& separators,
 }
 
 unsigned long ExtractMultiplier(std::string& value) {
-    const auto isEqual = [](char left, char right) { return ToLower(left) == right; };
+    // Setting 0x20 makes an ASCII letter lower-case, whatever the locale.
+    const auto isEqual = [](char left, char right) { return (left | 0x20) == right; };
     for (const auto& [suffix, factor] : sizeSuffixes) {
         if (!boost::algorithm::ends_with(value, suffix, isEqual)) continue;
         value.erase(value.size() - suffix.size());

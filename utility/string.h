@@ -11,16 +11,15 @@
 
 namespace mox::String {
 
-/// Appends the pieces of text between separators to tokens, in order, and returns how many. Every
-/// character of separators, up to its first NUL, is a separator. Empty pieces are left out, others
-/// are not trimmed. text must not be an element of tokens.
+/// Appends the pieces of text between separators to tokens, in order, and returns their number.
+/// Every character of separators, up to its first NUL, is a separator. Empty pieces are left out;
+/// others are not trimmed. text must not be an element of tokens.
 unsigned long Split(const std::string& text, const std::string& separators,
                     std::vector<std::string>& tokens);
 
-/// Takes a size suffix, in letters of either case, off the end of value and returns its factor:
-/// 1024 for "k" and "kb", 1024^2 for "m" and "mb", 1024^3 for "g" and "gb". Without one value
-/// stays as it is and the factor is 1. What stands before the suffix is not looked at: "kb" leaves
-/// an empty value.
+/// Removes a size suffix (case-insensitive) from value and returns its factor: 1024 for "k" and
+/// "kb", 1024^2 for "m" and "mb", 1024^3 for "g" and "gb". Without a suffix, value is unchanged and
+/// the factor is 1. The rest of value is not checked: "kb" leaves an empty value.
 unsigned long ExtractMultiplier(std::string& value);
 
 }  // namespace mox::String
