@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "core/exception.h"
 #include "core/result_codes.h"
 #include "tests/support/buffers.h"
@@ -12,165 +10,154 @@
 namespace {
 
 using namespace std::string_literals;
-using qel::Buffer, qel::BufferDynamic, qel::Exception, qel::ThrowUnlessSuccess;
-using Converter = qel::TextConverter;
-using Info = Converter::LocaleInfo;
+using qel::Buffer, qel::BufferDynamic, qel::Exception;
 using UCS2 = std::basic_string<unsigned short>;
 
-const Info& win = Converter::ciLWin1251;
-constexpr unsigned long tooMuch = 1ul << 62;
+constexpr unsigned long tooMuch = 1ul << 62, noTranslation = qel::NO_UNICODE_TRANSLATION;
 
-/// "RESULT SIZE: UNITS" of a conversion into a block of just room bytes, each 0xAA before, that has
-/// no address when room is 0.
-template <class From, class To>
-std::string Answer(unsigned long (*convert)(const From*, unsigned long, To*, unsigned long&,
-                                            const Info&),
-                   const From* src, unsigned long length, unsigned long room,
-                   const Info& info = win) {
-    BufferDynamic block(room);
-    Buffer::Wipe(room, block.GetData());
-    auto* const out = static_cast<To*>(room == 0 ? nullptr : block.GetData());
-    unsigned long size = room;
-    std::ostringstream answer;
-    answer << ResultText<Exception>(
-        [&] { ThrowUnlessSuccess(convert(src, length, out, size, info)); });
-    answer << ' ' << size << ':' << std::hex;
-    for (unsigned long i = 0; i < room / sizeof(To); ++i)
-        answer << ' ' << +static_cast<std::make_unsigned_t<To>>(out[i]);
-    return answer.str();
-}
+/// Brings the names in TextConverter into scope.
+struct TextConverterTest : testing::Test, qel::TextConverter {
+    /// The result code of a conversion into memory, the size that it set, and the units there.
+    using Converted = std::tuple<unsigned long, unsigned long, std::wstring>;
 
-unsigned long FromUCS2(const char* src, unsigned long length, char* out, unsigned long& size,
-                       const Info&) {
-    return Converter::UCS2ToASCIIWithSystemLocale(src, length, out, size);
-}
+    /// Converts into size bytes, filled with '-' beforehand like one more unit after them.
+    template <class From, class To>
+    static Converted Into(unsigned long size,
+                          unsigned long (*convert)(const From*, unsigned long, To*, unsigned long&,
+                                                   const LocaleInfo&),
+                          const From* src, unsigned long length) {
+        std::vector<To> memory(size / sizeof(To) + 1, '-');
+        const unsigned long result = convert(src, length, memory.data(), size, ciLWin1251);
+        return {result, size, {memory.begin(), memory.end()}};
+    }
+};
 
-unsigned long ByIconv(const wchar_t* src, unsigned long, unsigned short* out, unsigned long& size,
-                      const Info&) {
-    return Converter::WCharToUCS2(src, out, size);
-}
-
-TEST(TextConverter, FillsMemoryOfTheCaller) {
-    using C = Converter;
-    const unsigned short units[] = {0x4E2D, 0x7F, 0}, ended[] = {0x41, 0, 0x100};
+TEST_F(TextConverterTest, LocaleInfoMapsCodesAndCharacters) {
     wchar_t table[256] = L"";
-    table[0x80] = L'\x4E2D';
-    const Info own(table);
-    alignas(2) static constexpr char unaligned[] = "-\x10\x04";
-    for (const auto& [answer, expected] :
-         {std::pair{Answer(C::EASCIIToWChar, "\xC0\x41", 0, 12), " 12: 410 41 0"},
-          {Answer(C::EASCIIToWChar, "\xC0\x41", 0, 0), " 12:"},
-          {Answer(C::EASCIIToWChar, "\xC0\x41", 0, 11), "ERROR_SIZE 12: aaaaaaaa aaaaaaaa"},
-          {Answer(C::EASCIIToWChar, "A", tooMuch - 1, 4), "ERROR_MEM 4: aaaaaaaa"},
-          {Answer<char>(C::EASCIIToWChar, nullptr, 1, 4), " 0: aaaaaaaa"},
-          {Answer(C::EASCIIToUCS2, "\xE0\0\x98", 3, 8), " 8: 430 0 98 0"},
-          {Answer(C::EASCIIToUCS2, "\x80\x7F", 0, 6, own), " 6: 4e2d 7f 0"},
-          {Answer(C::UCS2ToEASCII, units, 0, 3, own), "NO_UNICODE_TRANSLATION 3: 80 aa aa"},
-          {Answer(C::WCharToEASCII, L"abc\x100", 0, 5), "NO_UNICODE_TRANSLATION 5: 61 62 63 aa aa"},
-          {Answer(C::UCS2ToEASCII, ended, 1, 1), " 1: 0"},
-          {Answer(C::UCS2ToEASCII, ended, 6, 4), " 4: 41 0 aa aa"},
-          {Answer(C::WCharToEASCII, L"\x410\x451", 7, 2), " 2: c0 0"},
-          {Answer(FromUCS2, unaligned + 1, 2, 2), " 2: c0 0"},
-          {Answer(FromUCS2, unaligned + 1, 2, 1), " 2: aa"},
-          {Answer(ByIconv, L"A\xFFFF", 0, 6), " 6: 41 ffff 0"},
-          {Answer(ByIconv, L"\x416", 0, 3), "ERROR_SIZE 4: aaaa"},
-          {Answer(ByIconv, L"\x416", 0, 0), " 4:"},
-          {Answer(ByIconv, L"\x10416", 0, 4), "NO_UNICODE_TRANSLATION 4: aaaa aaaa"},
-          // A tag, which glibc would leave out.
-          {Answer(ByIconv, L"\xE0041", 0, 4), "NO_UNICODE_TRANSLATION 4: aaaa aaaa"}}) {
-        EXPECT_EQ(answer, expected);
-    }
-    table[0x80] = L'-';
-    EXPECT_EQ(own.GetChar(L'\x4E2D'), 0x80) << "the way back was built again";
+    table['A'] = L'-';
+    table[0x80] = L'\x1F600';
+    const LocaleInfo info(table);
+    EXPECT_EQ(info.GetUCS2Char('A'), 'A') << "codes below 0x80 stand for themselves";
+    EXPECT_EQ(info.GetUCS2Char(0x80), 0xF600) << "the low 16 bits";
+    EXPECT_EQ(info.GetChar(L'\x1F600'), 0x80);
+    EXPECT_EQ(ResultText<Exception>([&] { info.GetChar(L'A'); }), "NO_UNICODE_TRANSLATION");
+    LocaleInfo::CharPair low{9, INT32_MIN}, high{1, INT32_MAX};
+    EXPECT_LT(LocaleInfo::compare(&low, &high), 0);
 }
 
-TEST(TextConverter, FillsBuffers) {
-    using Case = std::tuple<int, Buffer, std::string>;
-    for (const auto& [dir, src, answer] :
-         {Case{0, Buffer("\xC0", 1), "\x10\4\0\0"s}, Case{1, Buffer("\x10\4", 2), "\xC0\0"s},
-          Case{0, Buffer("A", 0), "\0\0"s}, Case{1, Buffer("A", 0), "\0"s}, Case{0, Buffer(), ""s},
-          Case{2, Buffer(), "ERROR_INTERNALkept"s}, Case{0, Buffer("", ~0ul), "ERROR_MEMkept"s},
-          Case{0, Buffer("", tooMuch), "ERROR_MEMkept"s}}) {
+TEST_F(TextConverterTest, ConvertsIntoMemory) {
+    EXPECT_EQ(Into(12, EASCIIToWChar, "\xC0\x41", 0), Converted(0, 12, L"\x410\x41\0-"s));
+    EXPECT_EQ(Into(11, EASCIIToWChar, "\xC0\x41", 0), Converted(qel::ERROR_SIZE, 12, L"---"));
+    EXPECT_EQ(Into(4, EASCIIToWChar, "A", tooMuch - 1), Converted(qel::ERROR_MEM, 4, L"--"));
+    EXPECT_EQ(Into<char>(4, EASCIIToWChar, nullptr, 1), Converted(qel::SUCCESS, 0, L"--"));
+    EXPECT_EQ(Into(6, EASCIIToUCS2, "\0\x98", 2), Converted(qel::SUCCESS, 6, L"\0\x98\0-"s));
+    const unsigned short text[] = {'A', 'B', 0, 'C'};
+    EXPECT_EQ(Into(3, UCS2ToEASCII, text, 0), Converted(qel::SUCCESS, 3, L"AB\0-"s));
+    EXPECT_EQ(Into(5, UCS2ToEASCII, text, 8), Converted(qel::SUCCESS, 5, L"AB\0---"s));
+    EXPECT_EQ(Into(2, UCS2ToEASCII, text, 3), Converted(qel::SUCCESS, 2, L"A\0-"s));
+    EXPECT_EQ(Into(2, WCharToEASCII, L"ABC", 4), Converted(qel::SUCCESS, 2, L"A\0-"s));
+    char out[] = "-";
+    unsigned long size = 1;
+    EXPECT_EQ(UCS2ToASCIIWithSystemLocale(text, 2, out, size), qel::SUCCESS);
+    EXPECT_EQ(size, 2);
+    EXPECT_STREQ(out, "-") << "the capacity is too small";
+}
+
+TEST_F(TextConverterTest, WCharToUCS2ConvertsUnitForUnit) {
+    UCS2 units(2, '-');
+    unsigned long size = 3;
+    EXPECT_EQ(WCharToUCS2(L"\xFFFF", units.data(), size), qel::ERROR_SIZE);
+    EXPECT_EQ(size, 4);
+    EXPECT_EQ(WCharToUCS2(L"\x10416", units.data(), size), noTranslation);
+    EXPECT_EQ(WCharToUCS2(L"\xE0041", units.data(), size), noTranslation) << "glibc skips tags";
+    EXPECT_EQ(WCharToUCS2(L"\xFFFF", units.data(), size), qel::SUCCESS);
+    EXPECT_EQ(units, (UCS2{0xFFFF, 0}));
+}
+
+TEST_F(TextConverterTest, ConvertsBuffers) {
+    using Row = std::tuple<int, Buffer, unsigned long, std::string>;
+    for (const auto& [direction, src, result, bytes] :
+         {Row{dirEASCIIToUCS2, Buffer("\xC0", 1), qel::SUCCESS, "\x10\4\0\0"s},
+          Row{dirUCS2ToEASCII, Buffer("\x10\4", 2), qel::SUCCESS, "\xC0\0"s},
+          Row{dirEASCIIToUCS2, Buffer("A", 0), qel::SUCCESS, "\0\0"s},
+          Row{dirEASCIIToUCS2, Buffer(), qel::SUCCESS, ""},
+          Row{dirEASCIIToUCS2, Buffer("", tooMuch), qel::ERROR_MEM, "kept"},
+          Row{2, Buffer(), qel::ERROR_INTERNAL, "kept"}}) {
         BufferDynamic out(View("kept"));
-        const auto result =
-            Converter::Convert(static_cast<Converter::EDirection>(dir), src, out, nullptr);
-        EXPECT_EQ(result == 0 ? Bytes(out) : Exception(result).what() + Bytes(out), answer);
+        EXPECT_EQ(Convert(EDirection{direction}, src, out, nullptr), result) << bytes;
+        EXPECT_EQ(Bytes(out), bytes);
     }
 }
 
-TEST(TextConverter, KnowsTheCodePageThatTheSystemKnows) {
-    // Twice, as a text of this length is converted in another way than a short one.
-    const std::string half = BytesFromTo(1, 0x97) + BytesFromTo(0x99, 0xFF), codes = half + half;
-    std::string narrow = "-", narrowByUnits;
-    std::wstring chart = L"-", wide = L"-";
-    EXPECT_EQ(Converter::ASCIIToWCharWithSystemLocale(codes.c_str(), chart), qel::SUCCESS);
-    EXPECT_EQ(Converter::WCharToASCIIWithSystemLocale(chart.c_str()), codes);
-    UCS2 units(chart.begin(), chart.end());
-    EXPECT_EQ(Converter::WCharToEASCII(chart.c_str(), narrow, win) |
-                  Converter::UCS2ToEASCII(units.c_str(), narrowByUnits, win) |
-                  Converter::EASCIIToWChar(codes.c_str(), wide, win) |
-                  Converter::EASCIIToUCS2(codes.c_str(), units, win),
-              qel::SUCCESS);
-    EXPECT_EQ(narrow + narrowByUnits, codes + codes);
-    EXPECT_EQ(wide + std::wstring(units.begin(), units.end()), chart + chart);
-    // A text ends at its zero also where that is far behind its start and in front of its length.
-    const std::wstring ended = chart.substr(0, 100) + L'\0' + chart;
-    unsigned long size = narrow.size();
-    EXPECT_EQ(Converter::WCharToEASCII(ended.data(), 4 * 300, narrow.data(), size, win),
-              qel::SUCCESS);
-    EXPECT_EQ(std::string(narrow.c_str()), codes.substr(0, 100));
-    for (const wchar_t* bad : {L"\x100", L"\x10410", L"\x7FFFFFFF", L"\xFFFFFFFF", L"\xE0041"}) {
-        EXPECT_EQ(ResultText<Exception>([&] { Converter::WCharToEASCII(bad, narrow, win); }) +
-                      ResultText<Exception>([&] { Converter::WCharToASCIIWithSystemLocale(bad); }),
-                  "NO_UNICODE_TRANSLATIONNO_UNICODE_TRANSLATION");
+TEST_F(TextConverterTest, TablesAgreeWithIconv) {
+    // Every code but 0x98, twice. Texts of 256 codes and more are widened in groups of four.
+    const std::string once = BytesFromTo(0x99, 0xFF) + BytesFromTo(1, 0x97), codes = once + once;
+    for (const std::size_t size : {255, 256, 257, 258, 259, 508}) {
+        std::string text = codes.substr(0, size), narrow;
+        std::wstring chart, wide;
+        UCS2 units;
+        EXPECT_EQ(ASCIIToWCharWithSystemLocale(text.c_str(), chart), qel::SUCCESS);
+        EXPECT_EQ(WCharToASCIIWithSystemLocale(chart.c_str()), text);
+        EASCIIToWChar(text.c_str(), wide, ciLWin1251);
+        EXPECT_EQ(wide, chart);
+        EASCIIToUCS2(text.c_str(), units, ciLWin1251);
+        EXPECT_EQ(std::wstring(units.begin(), units.end()), chart);
+        WCharToEASCII(chart.c_str(), narrow, ciLWin1251);
+        EXPECT_EQ(narrow, text);
+        UCS2ToEASCII(units.c_str(), narrow, ciLWin1251);
+        EXPECT_EQ(narrow, text);
     }
-    Info::CharPair low{9, INT32_MIN}, high{1, INT32_MAX};
-    EXPECT_TRUE(Info::compare(&low, &high) < 0 && Info::compare(&high, &low) > 0);
 }
 
-TEST(TextConverter, ConvertsUTF8BothWays) {
-    using Row = std::pair<std::string, std::wstring>;
+TEST_F(TextConverterTest, NarrowingThrowsForCharactersOfOtherCodePages) {
+    std::string narrow;
+    for (const wchar_t* text : {L"\x100", L"\x10410", L"\x7FFFFFFF", L"\xFFFFFFFF", L"\xE0041"}) {
+        const auto byTable = [&] { WCharToEASCII(text, narrow, ciLWin1251); };
+        const auto byIconv = [&] { WCharToASCIIWithSystemLocale(text); };
+        EXPECT_EQ(ResultText<Exception>(byTable), "NO_UNICODE_TRANSLATION") << text;
+        EXPECT_EQ(ResultText<Exception>(byIconv), "NO_UNICODE_TRANSLATION") << text;
+    }
+}
+
+TEST_F(TextConverterTest, ConvertsUTF8BothWays) {
+    const std::string bytes = "\x7F\xD0\x96\xEF\xBF\xBF\xF0\x9F\x98\x80";
     std::wstring wide;
     BufferDynamic utf8;
-    for (const auto& [bytes, text] : {Row{"", L""}, Row{"\x7F\xD0\x96\xEF\xBF\xBF\xF0\x9F\x98\x80",
-                                                        L"\x7F\x416\xFFFF\x1F600"}}) {
-        EXPECT_EQ(Converter::UTF8ToWChar(bytes.data(), bytes.size(), wide), qel::SUCCESS);
-        EXPECT_EQ(Converter::WCharToUTF8(wide.c_str(), utf8), qel::SUCCESS);
-        EXPECT_TRUE(wide == text && Bytes(utf8) == bytes) << bytes;
-    }
-    // Zeros at the end go, but the first character stays.
-    for (const auto& [bytes, text] : {Row{"\0\0"s, L"\0"s}, Row{"A\0B\0\0"s, L"A\0B"s}}) {
-        const UCS2 units(bytes.begin(), bytes.end());
-        EXPECT_EQ(Converter::UTF8ToWChar(bytes.data(), bytes.size(), wide), qel::SUCCESS);
-        EXPECT_EQ(wide, text);
-        EXPECT_EQ(Converter::UCS2ToWChar(units.data(), 2 * units.size(), wide), qel::SUCCESS);
-        EXPECT_EQ(wide, text);
-    }
+    EXPECT_EQ(UTF8ToWChar(bytes.data(), bytes.size(), wide), qel::SUCCESS);
+    EXPECT_EQ(wide, L"\x7F\x416\xFFFF\x1F600");
+    EXPECT_EQ(WCharToUTF8(wide.c_str(), utf8), qel::SUCCESS);
+    EXPECT_EQ(Bytes(utf8), bytes);
+    EXPECT_EQ(WCharToUTF8(L"\xD800", utf8), noTranslation);
 }
 
-TEST(TextConverter, RefusesBadText) {
-    constexpr unsigned long bad = qel::NO_UNICODE_TRANSLATION;
-    FailingBuffer refusing;
-    refusing.limit = 9;
+TEST_F(TextConverterTest, DropsTrailingZerosExceptTheFirstCharacter) {
+    const unsigned short units[] = {'A', 0, 'B', 0, 0};
+    std::wstring wide;
+    EXPECT_EQ(UCS2ToWChar(units, 10, wide), qel::SUCCESS);
+    EXPECT_EQ(wide, L"A\0B"s);
+    EXPECT_EQ(UTF8ToWChar("\0\0", 2, wide), qel::SUCCESS);
+    EXPECT_EQ(wide, L"\0"s);
+}
+
+TEST_F(TextConverterTest, RefusedTextLeavesTheOutput) {
     std::wstring wide = L"kept";
-    std::string text = "kept";
-    for (const std::string utf8 : {"\xD0", "\xC0\x80", "\xED\xA0\x80", "A\xFF", "\xF0\x80\x80\xAF"})
-        EXPECT_EQ(Converter::UTF8ToWChar(utf8.data(), utf8.size(), wide), bad) << utf8.size();
-    const unsigned short units[] = {0x41, 0xD800, 0xDC00};
-    EXPECT_EQ(Converter::UCS2ToWChar(units, 6, wide), bad);
-    EXPECT_EQ(Converter::UCS2ToWChar(units, 2 * tooMuch, wide), qel::ERROR_MEM);
-    EXPECT_EQ(Converter::UTF8ToWChar(units, ~0ul, wide), qel::ERROR_MEM);
-    EXPECT_EQ(Converter::ASCIIToWCharWithSystemLocale("\x98", wide), bad);
-    EXPECT_EQ(Converter::WCharToUTF8(L"\xD800", refusing), bad);
-    EXPECT_EQ(Converter::WCharToUTF8(L"A", refusing), qel::ERROR_DATA);
-    EXPECT_EQ(Converter::WCharToUTF8(L"AB", refusing), qel::ERROR_PARAM);
-    EXPECT_EQ(Converter::UTF8ToSystemLocale("A", 1, text), qel::ERROR_NOT_IMPLEMENTED);
-    EXPECT_EQ(Converter::WCharToASCIIWithSystemLocale(L"A\x4E2D", text), bad);
-    EXPECT_EQ(wide + std::wstring(text.begin(), text.end()), L"keptkept");
+    for (const std::string utf8 : {"\xD0", "\xC0\x80", "\xED\xA0\x80", "A\xFF"})
+        EXPECT_EQ(UTF8ToWChar(utf8.data(), utf8.size(), wide), noTranslation) << utf8;
+    const unsigned short surrogates[] = {0xD800, 0xDC00};
+    EXPECT_EQ(UCS2ToWChar(surrogates, 4, wide), noTranslation);
+    EXPECT_EQ(UCS2ToWChar(surrogates, 2 * tooMuch, wide), qel::ERROR_MEM);
+    EXPECT_EQ(UTF8ToWChar("", ~0ul, wide), qel::ERROR_MEM);
+    EXPECT_EQ(ASCIIToWCharWithSystemLocale("\x98", wide), noTranslation);
+    EXPECT_EQ(wide, L"kept");
+    std::string narrow = "kept";
+    EXPECT_EQ(UTF8ToSystemLocale("A", 1, narrow), qel::ERROR_NOT_IMPLEMENTED);
+    EXPECT_EQ(WCharToASCIIWithSystemLocale(L"A\x4E2D", narrow), noTranslation);
+    EXPECT_EQ(narrow, "kept");
 }
 
-TEST(TextConverter, TrimsSpacesAlone) {
-    EXPECT_EQ(Converter::Trim("  \ta b\n  ") + Converter::Trim("  "), "\ta b\n");
+TEST_F(TextConverterTest, TrimsOnlySpaces) {
+    EXPECT_EQ(Trim("  \ta b\n  "), "\ta b\n");
+    EXPECT_EQ(Trim("  "), "");
 }
 
 }  // namespace
