@@ -1,5 +1,5 @@
-/// What the fuzz targets share: the entry that each defines, called with one input at a time by
-/// libFuzzer or, over files, by replay.cpp, and the check that ends the process.
+/// The entry point that each fuzz target defines, called by libFuzzer or by replay.cpp, and the
+/// check of a property.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-inline void Require(bool holds, const char* statement) {
+inline void Require(bool holds, const char* property) {
     if (holds) return;
-    std::fprintf(stderr, "This does not hold: %s\n", statement);
+    std::fprintf(stderr, "Property violated: %s\n", property);
     std::abort();
 }

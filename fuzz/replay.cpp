@@ -1,4 +1,4 @@
-// Gives a fuzz target each of the files that are named on the command line.
+// Runs a fuzz target on each of the files that the command line names.
 
 #include <fstream>
 #include <iterator>

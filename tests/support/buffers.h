@@ -17,7 +17,7 @@ inline std::string BytesFromTo(int first, int last) {
     return bytes;
 }
 
-/// A buffer that gets no block of limit bytes or more, and no other size for one that it has.
+/// A buffer whose Alloc fails from limit bytes on, and whose Realloc always fails.
 struct FailingBuffer : qel::BufferDynamic {
     using BufferDynamic::BufferDynamic;
     unsigned long Alloc(unsigned long length) override {

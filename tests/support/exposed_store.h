@@ -1,7 +1,12 @@
-/// A property store, or a class derived from it, whose records and flag a test can see.
+/// A store, or a class derived from it, with its protected members exposed to tests.
 #pragma once
 
 #include <string>
+#include <tuple>
+#include <vector>
+
+/// The index, name, value and comment of each record, in the order of the names.
+using Records = std::vector<std::tuple<unsigned long, std::string, std::string, std::string>>;
 
 template <class Store>
 struct Exposed : Store {
@@ -9,15 +14,10 @@ struct Exposed : Store {
     using Store::propertyMap;
     using Store::Store;
 
-    /// The records in the order of their names, as "[index name|value|comment]", then "*" if the
-    /// store is modified. Without raw lines the values of placeholders are left out.
-    std::string Dump(bool rawLines = true) const {
-        std::string text;
-        for (const auto& [name, record] : propertyMap) {
-            const bool showsValue = rawLines || !name.starts_with('\n');
-            text += '[' + std::to_string(record->index) + ' ' + name + '|' +
-                    (showsValue ? record->value : "") + '|' + record->comment + ']';
-        }
-        return modified ? text + '*' : text;
+    Records GetRecords() const {
+        Records records;
+        for (const auto& [name, record] : propertyMap)
+            records.emplace_back(record->index, name, record->value, record->comment);
+        return records;
     }
 };

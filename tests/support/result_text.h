@@ -1,14 +1,13 @@
-/// An action's answer as text: its number, "" if it has none, or the message of its Failure.
+/// What an action returns, as text ("" for void), or the message of the Failure it throws.
 #pragma once
 
 #include <string>
-#include <type_traits>
 
 #include "utility/exception.h"
 
 template <class Failure = mox::Exception, class Action>
 std::string ResultText(const Action& action) try {
-    if constexpr (!std::is_void_v<decltype(action())>) return std::to_string(action());
+    if constexpr (requires { std::to_string(action()); }) return std::to_string(action());
     action();
     return "";
 } catch (const Failure& failure) {

@@ -1,5 +1,4 @@
-/// A fixture whose tests run in a scratch folder of their own, which goes with it, and leave no
-/// file open.
+/// A fixture that runs each test in its own temporary directory and checks for leaked descriptors.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,28 +11,28 @@
 #include <string>
 
 struct ScratchTest : testing::Test {
-    ScratchTest() : folder(::mkdtemp(pattern.data())) {
-        std::filesystem::current_path(folder);
+    ScratchTest() {
         ::close(lowestFreeFd);
+        std::filesystem::current_path(directory);
     }
     ~ScratchTest() override {
         std::filesystem::current_path("/");
+        std::filesystem::remove_all(directory);
         ::close(99);
-        std::filesystem::remove_all(folder);
-        EXPECT_EQ(::dup(0), lowestFreeFd) << "a file was left open";
+        EXPECT_EQ(::dup(0), lowestFreeFd) << "a descriptor was leaked";
         ::close(lowestFreeFd);
     }
 
-    static std::string Write(const std::string& name, const std::string& bytes) {
-        std::ofstream(name, std::ios::binary) << bytes;
-        return name;
+    static std::string Write(const std::string& path, const std::string& bytes) {
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path;
     }
-    static std::string Read(const std::string& name) {
-        std::ifstream file(name, std::ios::binary);
+    static std::string Read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    /// The path of a stream without an end to seek; 99 is out of the way of the check above.
+    /// The path of an unseekable stream; fd 99 does not disturb the leak check.
     static std::string UnseekablePath() {
         int ends[2];
         EXPECT_TRUE(::pipe(ends) == 0 && ::dup2(ends[0], 99) == 99);
@@ -43,5 +42,5 @@ struct ScratchTest : testing::Test {
 
     const int lowestFreeFd = ::dup(0);
     std::string pattern = std::filesystem::temp_directory_path() / "quorvel-XXXXXX";
-    const std::string folder;
+    const std::string directory = ::mkdtemp(pattern.data());
 };

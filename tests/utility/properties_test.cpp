@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include "tests/support/exposed_store.h"
 #include "tests/support/result_text.h"
 
@@ -12,82 +10,86 @@ namespace {
 using namespace std::string_literals;
 using Store = Exposed<mox::Properties>;
 
-TEST(Properties, PutMakesARecordOnceThenChangesItsValue) {
-    Store store, cleared, deleted;
-    store.Put("a", "1");
-    store.Put("B", "", " two");
-    store.Put("\n7", "");
-    EXPECT_EQ(store.Dump(), "[3 \n7||][2 B|| two][1 a|1|]*");
-    EXPECT_EQ(store.Get("A") + store.Get("a", "x") + store.Get("A", "y") + store.Get("B", "z"),
-              "1yz");
-    store.Put("B", "3", "dropped");
-    store.Delete("a");
-    store.Put("\xE0", "4");
-    cleared.Parse("\r\n");
-    deleted.Delete("a");
-    EXPECT_EQ(store.Dump(), "[3 \n7||][2 B|3| two][3 \xE0|4|]*");
-    EXPECT_EQ(cleared.Dump() + deleted.Dump(), "**");
-}
-
-TEST(Properties, SharesRecordsBetweenStores) {
-    const auto record = [](const char* name, const char* value) {
-        return std::make_shared<Store::Property>(name, value, "note", 9);
-    };
-    for (const bool overwrite : {false, true}) {
-        Store source, target;
-        source.Parse("a=2\nb=2\nc=4");
-        target.PutProperty(record("a", "1"));
-        target.PutProperty(record("b", ""));
-        target.Merge(source, overwrite);
-        EXPECT_EQ(target.Dump(), (overwrite ? "[1 a|2|]" : "[9 a|1|note]") + "[2 b|2|][3 c|4|]"s);
-        source.Put("c", "changed");
-        EXPECT_EQ(target.Get("c"), "changed");
-    }
-    EXPECT_EQ(ResultText([] { Store().PutProperty(nullptr); }), "Properties: null record");
-}
-
-TEST(Properties, ReadNumbersWithSizeSuffixes) {
-    // A value as int, unsigned int and unsigned long, each with the default 99.
-    using Row = std::tuple<std::string, int, unsigned int, unsigned long>;
-    for (const Row& row :
-         {Row{"007b", 7, 7, 7}, Row{"0x10", 0, 0, 0}, Row{"1.5kb", 1024, 1024, 1024},
-          Row{" \t\n\v\f\r+7 K", 7168, 7168, 7168}, Row{"-2k", -2048, 99, 99},
-          Row{"2gB", INT32_MIN, 1u << 31, 1u << 31}, Row{"2147483648", 99, 1u << 31, 1u << 31},
-          Row{"4G", 0, 0, 1ul << 32}, Row{"4294967296", 99, 99, 1ul << 32},
-          Row{"18446744073709551616", 99, 99, 99},
-          Row{"18446744073709551615Mb", 99, 99, ~0ul << 20}, Row{"+-2", 99, 99, 99},
-          Row{"- 2", 99, 99, 99}, Row{"kb", 99, 99, 99}}) {
-        const std::string text = std::get<0>(row);
-        Store store;
-        store.Put("a", text);
-        EXPECT_EQ(row, Row(text, store.GetAsInt("a", 99), store.GetAsUInt("a", 99),
-                           store.GetAsULong("a", 99)));
-    }
-}
-
-TEST(Properties, ReadTruthFromEightWords) {
+TEST(Properties, PutAddsARecordOrChangesItsValue) {
     Store store;
-    const auto read = [&store](const std::string& word, bool defaultValue) {
-        store.Put("a", word);
+    store.Put("b", "1");
+    store.Put("a", "", " two");
+    EXPECT_EQ(store.Get("a", "default"), "default");
+    EXPECT_EQ(store.Get("missing", "default"), "default");
+    store.Put("a", "3", "ignored");
+    EXPECT_EQ(store.GetRecords(), (Records{{2, "a", "3", " two"}, {1, "b", "1", ""}}));
+}
+
+TEST(Properties, DeleteOfAMissingNameSetsTheModifiedFlag) {
+    Store store;
+    store.Delete("missing");
+    EXPECT_TRUE(store.modified);
+}
+
+TEST(Properties, SharedRecordsChangeInAllStoresAndAreDeletedFromOne) {
+    Store store, other;
+    store.Put("a", "replaced");
+    store.PutProperty(std::make_shared<Store::Property>("a", "1", "note", 9));
+    other.Merge(store, false);
+    store.Put("a", "2");
+    store.Delete("a");
+    EXPECT_EQ(store.GetRecords(), Records());
+    EXPECT_EQ(other.GetRecords(), (Records{{9, "a", "2", "note"}}));
+    EXPECT_EQ(ResultText([&] { other.PutProperty(nullptr); }), "Properties: null record");
+    EXPECT_FALSE(other.modified);
+}
+
+TEST(Properties, MergeKeepsNonEmptyValuesUnlessItOverwrites) {
+    Store kept, overwritten, other;
+    kept.Parse("empty=\nset=old");
+    overwritten.Parse("set=old");
+    other.Parse("empty=1\nset=2\nnew=3");
+    kept.Merge(other, false);
+    overwritten.Merge(other, true);
+    EXPECT_EQ(kept.GetAsDataFile(), "empty=1\nnew=3\nset=old\n");
+    EXPECT_EQ(overwritten.GetAsDataFile(), "empty=1\nnew=3\nset=2\n");
+}
+
+TEST(Properties, ValuesReadAsNumbersWithSizeSuffixes) {
+    constexpr int none = 99;  // the default
+    using Row = std::tuple<std::string, int, unsigned int, unsigned long>;
+    for (const auto& [value, asInt, asUInt, asULong] :
+         {Row{"007b", 7, 7, 7}, Row{"0x10", 0, 0, 0}, Row{"1.5kb", 1024, 1024, 1024},
+          Row{" \t\n\v\f\r+7 K", 7168, 7168, 7168}, Row{"-2k", -2048, none, none},
+          Row{"2147483648", none, 1u << 31, 1u << 31}, Row{"4294967296", none, none, 1ul << 32},
+          Row{"4G", 0, 0, 1ul << 32}, Row{"+-2", none, none, none}, Row{"kb", none, none, none}}) {
+        Store store;
+        store.Put("a", value);
+        EXPECT_EQ(store.GetAsInt("a", none), asInt) << value;
+        EXPECT_EQ(store.GetAsUInt("a", none), asUInt) << value;
+        EXPECT_EQ(store.GetAsULong("a", none), asULong) << value;
+    }
+}
+
+TEST(Properties, ValuesReadAsBooleans) {
+    const auto read = [](const std::string& value, bool defaultValue) {
+        Store store;
+        store.Put("a", value);
         return ResultText([&] { return store.GetAsBool("a", defaultValue); });
     };
-    EXPECT_EQ(read("", true) + read("", false), "10");
-    for (const char* word : {"TRUE", "true", "1", "yes"}) EXPECT_EQ(read(word, false), "1");
-    for (const char* word : {"FALSE", "false", "0", "no"}) EXPECT_EQ(read(word, true), "0");
-    for (const std::string word : {"Yes", "1 "})
-        EXPECT_EQ(read(word, true), "Bad value for boolean option \"" + word + '"');
+    for (const char* word : {"TRUE", "true", "1", "yes"}) EXPECT_EQ(read(word, false), "1") << word;
+    for (const char* word : {"FALSE", "false", "0", "no"}) EXPECT_EQ(read(word, true), "0") << word;
+    EXPECT_EQ(read("", true), "1");
+    EXPECT_EQ(read("", false), "0");
+    EXPECT_EQ(read("Yes", true), "Bad value for boolean option \"Yes\"");
 }
 
-TEST(Properties, ParseReplacesTheStoreByTheRecordsOfAText) {
+TEST(Properties, ParseReplacesAllRecords) {
     Store store;
-    store.Parse("\n\r\n# readers\r\nC=0 # old\nC\r = 3\0   # entries\n\nName=a##b\n"s);
-    EXPECT_EQ(store.Dump(), "[1 \n1|# readers| readers][3 C|3\0| entries][4 Name|a#b|]*"s);
-    EXPECT_EQ(store.GetAsDataFile(), "\n1=# readers\nC=3\0\nName=a#b\n"s);
-    for (const char* bad : {"none", " = 3"}) {
-        EXPECT_EQ(ResultText([&] { store.Parse("\na=1\n\nb=2\n"s + bad + "\nc=4"); }),
-                  "Properties: wrong data in config data  in line 3");
-        EXPECT_EQ(store.Dump(), "[1 a|1|][2 b|2|]*");
-    }
+    store.Parse("\n\r\n# note\r\nB=0 # old\nB\r = 1\0   # new\n\na=b##c\n"s);
+    EXPECT_EQ(store.GetAsDataFile(), "\n1=# note\nB=1\0\na=b#c\n"s);
+    EXPECT_EQ(
+        store.GetRecords(),
+        (Records{{1, "\n1", "# note", " note"}, {3, "B", "1\0"s, " new"}, {4, "a", "b#c", ""}}));
+    EXPECT_EQ(ResultText([&] { store.Parse("a=1\n\nb=2\nnone\nc=4"); }),
+              "Properties: wrong data in config data  in line 3");
+    EXPECT_EQ(store.GetRecords(), (Records{{1, "a", "1", ""}, {2, "b", "2", ""}}));
+    EXPECT_TRUE(store.modified);
 }
 
 }  // namespace
