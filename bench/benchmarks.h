@@ -1,14 +1,11 @@
-/// The benchmarks of the libraries, a function for each file.
+/// The benchmarks of the libraries, one function per file.
 #pragma once
 
 #include <iconv.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
-
-#include "core/buffer.h"
 
 void CompareSearch();
 void CompareEncodings();
@@ -16,17 +13,13 @@ void CompareText();
 void CompareConfiguration();
 void CompareBuffers();
 
-/// The path of a new empty file in memory.
-std::string ScratchFile();
+/// Creates an empty file in memory and returns its path.
+std::string CreateTemporaryFile();
 
-/// Words at random in Windows-1251, as many as it takes to reach size bytes.
-std::string RussianText(std::size_t size);
+/// Returns size bytes of Russian words in Windows-1251, chosen at random.
+std::string RussianText(std::size_t size, unsigned seed);
 
-inline std::string_view AsStringView(const qel::Buffer& buffer) {
-    return {static_cast<const char*>(buffer.GetData()), buffer.GetSize()};
-}
-
-/// A conversion by iconv with nothing around it, into memory that is there already.
+/// A call of iconv alone, into memory that is allocated already.
 class Iconv {
 public:
     Iconv(const char* to, const char* from) : descriptor(::iconv_open(to, from)) {}
@@ -34,12 +27,12 @@ public:
     Iconv& operator=(const Iconv&) = delete;
     ~Iconv() { ::iconv_close(descriptor); }
 
-    /// The part of room that the result takes.
-    std::string_view Convert(std::string_view text, std::string& room) const {
-        char *in = const_cast<char*>(text.data()), *out = room.data();
-        std::size_t inLeft = text.size(), outLeft = room.size();
-        if (::iconv(descriptor, &in, &inLeft, &out, &outLeft) != 0) std::abort();
-        return std::string_view(room).substr(0, room.size() - outLeft);
+    /// Returns the part of out that was written.
+    std::string_view Convert(std::string_view text, std::string& out) const {
+        char *in = const_cast<char*>(text.data()), *end = out.data();
+        std::size_t inLeft = text.size(), outLeft = out.size();
+        if (::iconv(descriptor, &in, &inLeft, &end, &outLeft) != 0) std::abort();
+        return std::string_view(out).substr(0, out.size() - outLeft);
     }
 
 private:

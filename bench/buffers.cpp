@@ -1,9 +1,11 @@
-// Blocks and files beside stdio and memcpy, as a program in C would use them.
+// Buffers and files, compared with malloc, memcpy and stdio as a C program uses them.
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 
+#include "app/byte_search.h"
 #include "bench/benchmarks.h"
 #include "bench/compare.h"
 #include "core/buffer_dynamic.h"
@@ -12,7 +14,7 @@ namespace {
 
 constexpr const char* table = "Buffers";
 
-/// A block of malloc.
+/// Memory of malloc.
 struct Block {
     explicit Block(std::size_t length)
         : bytes(static_cast<char*>(std::malloc(length)), std::free), size(length) {}
@@ -46,7 +48,7 @@ bool SaveByHand(const char* path, std::string_view bytes) {
 void CompareBuffers() {
     qel::BufferDynamic bytes(4096);
     bytes.FillRand();
-    const std::string path = ScratchFile(), pathOfStdio = ScratchFile();
+    const std::string path = CreateTemporaryFile(), pathOfStdio = CreateTemporaryFile();
     bytes.Save(path.c_str());
     SaveByHand(pathOfStdio.c_str(), AsStringView(bytes));
     RequireEqual(bytes == LoadByHand(path.c_str()) && bytes == LoadByHand(pathOfStdio.c_str()),
@@ -63,7 +65,7 @@ void CompareBuffers() {
     std::remove(path.c_str());
     std::remove(pathOfStdio.c_str());
 
-    // One target for both, as its place in memory matters.
+    // One target for both, since its alignment matters.
     qel::BufferDynamic target(bytes.GetSize());
     qel::Buffer::Wipe(target.GetSize(), target.GetData());
     const auto set = [&] {
@@ -74,7 +76,7 @@ void CompareBuffers() {
         std::memcpy(target.GetData(), bytes.GetData(), bytes.GetSize());
         return AsStringView(target);
     };
-    Compare(table, "`Set`, the size unchanged", "`memcpy`", 1.1, set, setByMemcpy);
+    Compare(table, "`Set`, size unchanged", "`memcpy`", 1.1, set, setByMemcpy);
     const auto copyByHand = [&] {
         Block copy(bytes.GetSize());
         std::memcpy(copy.bytes.get(), bytes.GetData(), bytes.GetSize());

@@ -1,65 +1,96 @@
-/// Two ways to the same result, timed in turn.
+/// Interleaved timing of two implementations.
 #pragma once
 
 #include <algorithm>
-#include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 #include <string_view>
+#include <vector>
 
-/// A row of a table, for bench/report.py: the figures of a case, and the highest ratio of the two
-/// that is the goal, 0 for none.
-inline void PrintRow(const char* table, const char* name, const char* rival, const char* unit,
-                     double ours, double theirs, double goal) {
-    std::printf("%s\t%s\t%s\t%s\t%g\t%g\t%g\n", table, name, rival, unit, ours, theirs, goal);
+/// The figures of the library and of its baseline.
+struct Figures {
+    double ours, baseline;
+
+    double Ratio() const { return ours / baseline; }
+};
+
+/// Prints a row of a table for bench/report.py. limit is the highest acceptable ratio, 0 for none.
+inline void PrintRow(const char* table, const std::string& name, const char* baseline,
+                     const char* unit, Figures figures, double limit) {
+    std::printf("%s\t%s\t%s\t%s\t%g\t%g\t%g\n", table, name.c_str(), baseline, unit, figures.ours,
+                figures.baseline, limit);
     std::fflush(stdout);
 }
 
-/// Ends the program where a way does not lead to the result of the other.
-inline void RequireEqual(bool areEqual, const char* name, const char* rival) {
+/// Exits if the two results differ.
+inline void RequireEqual(bool areEqual, const std::string& name, const char* baseline) {
     if (areEqual) return;
-    std::fprintf(stderr, "%s: another result than that of %s\n", name, rival);
+    std::fprintf(stderr, "%s: the result differs from that of %s\n", name.c_str(), baseline);
     std::exit(1);
 }
 
-/// A result apart from the memory that it was made in, where the next one may be made.
+/// Returns a copy of a result whose memory may be reused.
 template <class Result>
-Result Kept(Result result) {
+Result CopyResult(Result result) {
     return result;
 }
-inline std::string Kept(std::string_view bytes) { return std::string(bytes); }
+inline std::string CopyResult(std::string_view bytes) { return std::string(bytes); }
 
-/// Nanoseconds of one call of work, over so many.
-template <class Work>
-double Time(const Work& work, long calls) {
-    // What a volatile pointer leads to is unknown to the compiler: it can neither leave out a
-    // result nor take over that of the call before.
-    auto(*const volatile call)(const Work&) = +[](const Work& called) { return called(); };
-    const auto start = std::chrono::steady_clock::now();
-    for (long i = 0; i < calls; ++i) call(work);
-    const std::chrono::duration<double, std::nano> taken = std::chrono::steady_clock::now() - start;
-    return taken.count() / static_cast<double>(calls);
+/// Returns the CPU time of this process in nanoseconds: unlike wall-clock time, without the time
+/// that other processes take.
+inline double CpuTime() {
+    std::timespec now;
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
 }
 
-/// Prints the medians of both ways, once their results have turned out to be equal. Memory that
-/// they write to holds something else before.
-template <std::size_t samples = 31, class Ours, class Theirs>
-void Compare(const char* table, const char* name, const char* rival, double goal, const Ours& ours,
-             const Theirs& theirs) {
-    const auto result = Kept(ours());
-    RequireEqual(result == Kept(theirs()), name, rival);
-    // A sample takes a millisecond or one call, whichever is longer.
-    const long calls = 1 + static_cast<long>(1e6 / std::max(Time(ours, 3), Time(theirs, 3)));
-    std::array<double, samples> oursTimes, theirsTimes;
-    for (std::size_t sample = 0; sample < samples; ++sample) {
-        oursTimes[sample] = Time(ours, calls);
-        theirsTimes[sample] = Time(theirs, calls);
+/// Returns the nanoseconds of so many calls of work.
+template <class Work>
+double Time(const Work& work, long calls) {
+    // A call through a volatile pointer cannot be optimized away or hoisted.
+    auto(*const volatile call)(const Work&) = +[](const Work& called) { return called(); };
+    const double start = CpuTime();
+    for (long i = 0; i < calls; ++i) call(work);
+    return CpuTime() - start;
+}
+
+/// Returns how many calls of work take a millisecond, rounded up to a power of two.
+template <class Work>
+long CountCalls(const Work& work) {
+    long calls = 1;
+    while (Time(work, calls) < 1e6) calls *= 2;
+    return calls;
+}
+
+inline double Median(std::vector<double>& values) {
+    const auto middle = values.begin() + static_cast<long>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// Checks that both results are equal and returns the median nanoseconds of a call of each, from 31
+/// pairs of samples, or from as many as fit two seconds but at least 7. A sample takes a
+/// millisecond or one call, whichever is longer.
+template <class Ours, class Baseline>
+Figures Measure(const std::string& name, const char* baselineName, const Ours& ours,
+                const Baseline& baseline) {
+    const auto result = CopyResult(ours());
+    RequireEqual(result == CopyResult(baseline()), name, baselineName);
+    const long calls = std::max(CountCalls(ours), CountCalls(baseline));
+    std::vector<double> oursTimes, baselineTimes;
+    const double end = CpuTime() + 2e9;
+    while (oursTimes.size() < 7 || (oursTimes.size() < 31 && CpuTime() < end)) {
+        oursTimes.push_back(Time(ours, calls) / static_cast<double>(calls));
+        baselineTimes.push_back(Time(baseline, calls) / static_cast<double>(calls));
     }
-    const auto median = [](auto& times) {
-        std::nth_element(times.begin(), times.begin() + samples / 2, times.end());
-        return times[samples / 2];
-    };
-    PrintRow(table, name, rival, "ns", median(oursTimes), median(theirsTimes), goal);
+    return {Median(oursTimes), Median(baselineTimes)};
+}
+
+/// Measures both and prints the row.
+template <class Ours, class Baseline>
+void Compare(const char* table, const std::string& name, const char* baselineName, double limit,
+             const Ours& ours, const Baseline& baseline) {
+    PrintRow(table, name, baselineName, "ns", Measure(name, baselineName, ours, baseline), limit);
 }

@@ -1,10 +1,13 @@
-// A configuration of 1,000,000 lines, every tenth of them a comment, beside other readers of such
-// files.
+// A configuration of 1,000,000 lines, one in ten of them a comment, compared with other readers of
+// such files.
 
 #include <INIReader.h>
 #include <SimpleIni.h>
 #include <glib.h>
 
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <numeric>
@@ -29,27 +32,39 @@ std::string Name(unsigned number) {
     return name;
 }
 
-std::string Value(unsigned number) { return "value of " + std::to_string(number); }
+std::string Value(unsigned number, bool isLong) {
+    // Short values fit the std::string itself, which holds up to 15 bytes; long ones are allocated.
+    return (isLong ? "a longer, allocated value of " : "value of ") + std::to_string(number);
+}
 
-bool IsComment(unsigned number) { return number % 10 == 0; }
+struct Case {
+    const char* name;
+    bool isShuffled, hasLongValues;
+    std::vector<double> limits;  ///< of the first readers, 0 for none; the others are left out
+};
 
-/// Lines in the order of numbers, under a section, for the readers that need one, or under none.
-std::string WriteFile(const std::vector<unsigned>& numbers, bool hasSection) {
-    const std::string path = ScratchFile();
+const Case cases[] = {{"names in order", false, false, {1.0, 0.6, 0.6}},
+                      {"names in order, long values", false, true, {0}},
+                      {"names shuffled", true, false, {0, 0.8}}};
+
+/// Writes the lines in the order of numbers, after a section for the readers that need one.
+std::string WriteFile(const std::vector<unsigned>& numbers, bool hasLongValues, bool hasSection) {
+    const std::string path = CreateTemporaryFile();
     std::FILE* const file = std::fopen(path.c_str(), "w");
     if (hasSection) std::fputs("[readers]\n", file);
     for (const unsigned number : numbers) {
-        if (IsComment(number)) {
+        if (number % 10 == 0) {
             std::fprintf(file, "# Remark %u.\n", number);
         } else {
-            std::fprintf(file, "%s = %s\n", Name(number).c_str(), Value(number).c_str());
+            const std::string value = Value(number, hasLongValues);
+            std::fprintf(file, "%s = %s\n", Name(number).c_str(), value.c_str());
         }
     }
     std::fclose(file);
     return path;
 }
 
-/// What the readers have to agree on: the values of some names, one after the other.
+/// Returns the values of some names, on which the readers have to agree.
 template <class Get>
 std::string SomeValues(const Get& get) {
     std::string values;
@@ -83,31 +98,41 @@ std::string ReadBySimpleIni(const char* path) {
     });
 }
 
+constexpr struct {
+    const char* name;
+    std::string (*read)(const char* path);
+} readers[] = {{"GLib `GKeyFile`", ReadByGlib},
+               {"inih `INIReader`", ReadByInih},
+               {"SimpleIni", ReadBySimpleIni}};
+
 std::string Read(const char* path) {
     const mox::FileConfig file(path, false);
     return SomeValues([&file](const std::string& name) { return file.Get(name); });
 }
 
-void CompareReading(const char* name, const std::vector<unsigned>& numbers, double glibGoal,
-                    double inihGoal, double simpleIniGoal) {
-    constexpr const char* table = "Configuration";
-    const std::string path = WriteFile(numbers, false), sectionPath = WriteFile(numbers, true);
-    const auto read = [&] { return Read(path.c_str()); };
-    const char* const section = sectionPath.c_str();
-    Compare<5>(table, name, "GLib `GKeyFile`", glibGoal, read, [&] { return ReadByGlib(section); });
-    Compare<5>(table, name, "inih `INIReader`", inihGoal, read,
-               [&] { return ReadByInih(section); });
-    Compare<5>(table, name, "SimpleIni", simpleIniGoal, read,
-               [&] { return ReadBySimpleIni(section); });
-
+void MeasureMemory([[maybe_unused]] const char* name, [[maybe_unused]] const std::string& path) {
 #if defined(__GLIBC__)
     const auto before = ::mallinfo2().uordblks;
     const mox::FileConfig file(path, false);
-    const auto taken = static_cast<double>(::mallinfo2().uordblks - before);
-    PrintRow(table, name, "heap a line, at most 260 bytes", "bytes", taken / lineCount, 260, 1);
+    const auto allocated = static_cast<double>(::mallinfo2().uordblks - before);
+    const auto fileSize = static_cast<double>(std::filesystem::file_size(path));
+    PrintRow("Memory of a line", name, "the line in the file", "bytes",
+             {allocated / lineCount, fileSize / lineCount}, 10);
 #endif
+}
+
+void CompareReading(const Case& shape, const std::vector<unsigned>& numbers) {
+    const std::string path = WriteFile(numbers, shape.hasLongValues, false),
+                      sectionPath = WriteFile(numbers, shape.hasLongValues, true);
+    for (std::size_t i = 0; i < shape.limits.size(); ++i) {
+        Compare(
+            "Configuration", shape.name, readers[i].name, shape.limits[i],
+            [&] { return Read(path.c_str()); },
+            [&] { return readers[i].read(sectionPath.c_str()); });
+    }
+    MeasureMemory(shape.name, path);
     std::remove(path.c_str());
-    std::remove(section);
+    std::remove(sectionPath.c_str());
 }
 
 void CompareGet(const std::vector<unsigned>& numbers) {
@@ -129,17 +154,17 @@ void CompareGet(const std::vector<unsigned>& numbers) {
         return length;
     };
     Compare(
-        "Configuration", "`Get` of 1,000 names among as many", "`std::map::find` and a copy", 1.1,
+        "Configuration", "`Get` of each of 1,000 names", "`std::map::find` and a copy", 1.1,
         [&] { return all(get); }, [&] { return all(find); });
 }
 
 }  // namespace
 
 void CompareConfiguration() {
-    std::vector<unsigned> numbers(lineCount);
-    std::iota(numbers.begin(), numbers.end(), 0u);
-    CompareReading("1,000,000 lines, names in order", numbers, 1.0, 0.6, 0.6);
-    std::shuffle(numbers.begin(), numbers.end(), std::mt19937(1));
-    CompareReading("1,000,000 lines, names shuffled", numbers, 0, 0.8, 0.9);
-    CompareGet(numbers);
+    std::vector<unsigned> inOrder(lineCount);
+    std::iota(inOrder.begin(), inOrder.end(), 0u);
+    std::vector<unsigned> shuffled = inOrder;
+    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(1));
+    for (const Case& shape : cases) CompareReading(shape, shape.isShuffled ? shuffled : inOrder);
+    CompareGet(shuffled);
 }

@@ -1,14 +1,14 @@
-// The libraries beside what a program would use in their place.
+// The libraries compared with what a program would use instead.
 
 #include <unistd.h>
 
 #include "bench/benchmarks.h"
 
-std::string ScratchFile() {
+std::string CreateTemporaryFile() {
     std::string path = "/dev/shm/quorvel-XXXXXX";
-    const int file = ::mkstemp(path.data());
-    if (file < 0) std::abort();
-    ::close(file);
+    const int fd = ::mkstemp(path.data());
+    if (fd < 0) std::abort();
+    ::close(fd);
     return path;
 }
 

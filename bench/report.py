@@ -1,45 +1,51 @@
 #!/usr/bin/env python3
 """Prints the rows of the benchmarks as tables, and draws the main job.
 
-Takes the file of rows and the picture to draw. A row holds, with tabs between: the table, the case,
-what it is compared with, the unit, the two figures and the highest ratio that is the goal, or 0."""
+Takes the file of rows and the picture to draw. A row is tab-separated: table, case, baseline, unit,
+both figures, and the highest acceptable ratio or 0."""
 
 import csv
 import html
 import math
+import statistics
 import sys
-from itertools import groupby
 
 MAIN_JOB = 'The main job, files in memory'
 
+# The scales of each unit, and what it measures.
+UNITS = {'ns': ((('ns', 1), ('µs', 1e3), ('ms', 1e6), ('s', 1e9)), 'time'),
+         'KiB': ((('KiB', 1), ('MiB', 1024), ('GiB', 1024 ** 2)), 'memory'),
+         'bytes': ((('bytes', 1),), 'memory'),
+         'page faults': ((('', 1),), 'page faults')}
+
 
 def quantity(value, unit):
-    """Three digits with a fitting unit."""
-    scales = {'ns': (('ns', 1), ('µs', 1e3), ('ms', 1e6), ('s', 1e9)),
-              'KiB': (('KiB', 1), ('MiB', 1024)), 'bytes': (('bytes', 1),)}[unit]
+    """Formats a figure with three digits and a fitting unit."""
+    scales, _ = UNITS[unit]
     name, size = [scale for scale in scales if value >= scale[1]][-1]
-    digits = max(0, 2 - int(math.log10(value / size)))
-    return f'{value / size:.{digits}f} {name}'
+    digits = 0 if unit == 'page faults' else max(0, 2 - int(math.log10(value / size)))
+    return f'{value / size:.{digits}f} {name}'.strip()
 
 
 def print_table(title, rows):
     print(f'### {title}\n')
-    print('| case | Quorvel | beside | its figure | ratio | goal |')
+    _, measured = UNITS[rows[0][2]]
+    print(f'| case | Quorvel | baseline | its {measured} | ratio | limit |')
     print('|---|---:|---|---:|---:|---:|')
-    for case, rival, unit, ours, theirs, goal in rows:
+    for case, baseline, unit, ours, theirs, limit in rows:
         ratio = ours / theirs
-        bound = f'{goal:g}' + (' (missed)' if ratio > goal else '') if goal else ''
-        print(f'| {case} | {quantity(ours, unit)} | {rival} | {quantity(theirs, unit)} '
-              f'| {ratio:.3g} | {bound} |')
+        verdict = f'{limit:g}' + (' (missed)' if ratio > limit else '') if limit else ''
+        print(f'| {case} | {quantity(ours, unit)} | {baseline} | {quantity(theirs, unit)} '
+              f'| {ratio:.3g} | {verdict} |')
     print()
 
 
 def draw(rows):
-    """Dots on an axis of powers of ten, as the slowest takes a hundred times the fastest. Our time is
-    that of the first row, beside the fastest."""
-    times = {rival.replace('`', ''): theirs for case, rival, _, _, theirs, _ in rows
-             if case == 'three insertions'}
-    times['Quorvel'] = rows[0][3]
+    """Draws dots on a logarithmic axis, as the slowest takes a hundred times the fastest. Our time
+    is the median of all that were compared with a baseline."""
+    rows = [row for row in rows if row[0] == 'three insertions']
+    times = {baseline.replace('`', ''): theirs for _, baseline, _, _, theirs, _ in rows}
+    times['Quorvel'] = statistics.median(ours for _, _, _, ours, _, _ in rows)
     dots = sorted(times.items(), key=lambda dot: dot[1])
     left, right, top, line = 230, 620, 60, 28
     low, high = 1e5, 10 ** math.ceil(math.log10(dots[-1][1]))
@@ -49,8 +55,8 @@ def draw(rows):
         return left + (right - left) * math.log(time / low) / math.log(high / low)
 
     shapes = [f'<rect width="720" height="{bottom + 40}" fill="#fff"/>',
-              '<text x="20" y="30" font-size="16">Three insertions into a driver\'s list of 58 KB: '
-              'time of the whole process</text>']
+              '<text x="20" y="30" font-size="16">Three insertions into a driver\'s property list '
+              'of 58 KB: time of the process</text>']
     for power in range(round(math.log10(low)), round(math.log10(high)) + 1):
         at = x(10 ** power)
         shapes.append(f'<line x1="{at:.1f}" y1="{top - 10}" x2="{at:.1f}" y2="{bottom}" '
@@ -71,12 +77,15 @@ def draw(rows):
 
 
 def main():
+    tables = {}
     with open(sys.argv[1], encoding='utf-8') as file:
-        rows = [(*row[:4], *map(float, row[4:])) for row in csv.reader(file, delimiter='\t')]
-    for title, table in groupby(rows, key=lambda row: row[0]):
-        print_table(title, [row[1:] for row in table])
+        for title, *names, ours, theirs, limit in csv.reader(file, delimiter='\t'):
+            row = (*names, float(ours), float(theirs), float(limit))
+            tables.setdefault(title, []).append(row)
+    for title, rows in tables.items():
+        print_table(title, rows)
     with open(sys.argv[2], 'w', encoding='utf-8') as picture:
-        picture.write(draw([row[1:] for row in rows if row[0] == MAIN_JOB]))
+        picture.write(draw(tables[MAIN_JOB]))
 
 
 main()

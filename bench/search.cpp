@@ -1,4 +1,4 @@
-// The search of the patch beside the standard ones, in a driver's list of 10 MB.
+// The substring search of the patch, compared with the standard ones in a property list of 10 MB.
 
 #include <cstring>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-std::string DriverList(std::size_t size) {
+std::string PropertyListOf(std::size_t size) {
     std::string text = "<plist>\n<dict>\n\t<key>ifdVendorID</key>\n\t<array>\n";
     char line[64];
     for (unsigned i = 0; text.size() < size / 3; ++i) {
@@ -28,13 +28,13 @@ std::string DriverList(std::size_t size) {
 
 void CompareSearch() {
     constexpr const char* table = "Byte search";
-    const std::string text = DriverList(10'000'000);
+    const std::string text = PropertyListOf(10'000'000);
     for (const auto& [name, wanted] :
-         {std::pair("an entry that is not there", "<string>Another Reader</string>"),
-          std::pair("a number that is not there", "<string>0x10000</string>"),
-          std::pair("a name, 3.3 MB ahead", "ifdFriendlyName"),
-          std::pair("a name, 20 bytes ahead", "ifdVendorID"),
-          std::pair("a tag, 60 bytes ahead", "<string>")}) {
+         {std::pair("an entry that is missing", "<string>Another Reader</string>"),
+          std::pair("a number that is missing", "<string>0x10000</string>"),
+          std::pair("a name after 3.3 MB", "ifdFriendlyName"),
+          std::pair("a name after 20 bytes", "ifdVendorID"),
+          std::pair("a tag after 60 bytes", "<string>")}) {
         const auto find = [&, &wanted = wanted] { return FindBytes(text, wanted, 0); };
         const auto stringFind = [&, &wanted = wanted] { return text.find(wanted); };
         const auto memmem = [&, &wanted = wanted] {

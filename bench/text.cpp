@@ -1,9 +1,13 @@
-// Conversions of text of 4 KB beside iconv.
+// Conversions of text compared with iconv.
 
+#include <algorithm>
 #include <random>
+#include <vector>
 
+#include "app/byte_search.h"
 #include "bench/benchmarks.h"
 #include "bench/compare.h"
+#include "core/result_codes.h"
 #include "core/text_converter.h"
 
 namespace {
@@ -16,64 +20,126 @@ std::string_view BytesOf(const std::basic_string<Unit>& text) {
     return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(Unit)};
 }
 
+std::wstring ToWide(const std::string& text) {
+    std::wstring wide;
+    TextConverter::ASCIIToWCharWithSystemLocale(text.c_str(), wide);
+    return wide;
+}
+
+Ucs2 ToUcs2(const std::string& text) {
+    Ucs2 ucs2;
+    TextConverter::EASCIIToUCS2(text.c_str(), ucs2, *TextConverter::cpLWin1251);
+    return ucs2;
+}
+
+using RandomText = std::string (*)(std::size_t size, unsigned seed);
+
+/// Returns size bytes of the words, chosen at random.
+template <class Words>
+std::string ChooseWords(const Words& words, std::size_t size, unsigned seed) {
+    std::mt19937 random(seed);
+    std::string text;
+    while (text.size() < size) text.append(words[random() % std::size(words)]).append(" ");
+    text.resize(size);
+    return text;
+}
+
+std::string EnglishText(std::size_t size, unsigned seed) {
+    static constexpr const char* words[] = {"reader", "card", "list", "file",   "Entry",  "and",
+                                            "new",    "in",   "not",  "found,", "system."};
+    return ChooseWords(words, size, seed);
+}
+
 template <class From, class To>
 using Convert = unsigned long (*)(const From*, unsigned long, To*, unsigned long&,
                                   const TextConverter::LocaleInfo&);
 
-/// Both ways into memory that is there already, with iconv's descriptor open.
+constexpr const char* table = "Text through the table";
+
+/// Converts into memory that is allocated already, with iconv's descriptor open.
 template <class From, class To>
-void CompareTable(const char* name, double goal, Convert<From, To> convert,
-                  const std::basic_string<From>& text, const Iconv& iconv) {
-    std::basic_string<To> room(text.size() + 1, 0);
-    std::string roomOfIconv(sizeof(To) * room.size(), '\0');
+Figures MeasureTable(const std::string& name, Convert<From, To> convert,
+                     const std::basic_string<From>& text, const Iconv& iconv) {
+    std::basic_string<To> out(text.size() + 1, 0);
+    std::string outOfIconv(sizeof(To) * out.size(), '\0');
     const auto convertByTable = [&] {
-        unsigned long size = sizeof(To) * room.size();
-        convert(text.data(), sizeof(From) * text.size(), room.data(), size,
+        unsigned long size = sizeof(To) * out.size();
+        convert(text.data(), sizeof(From) * text.size(), out.data(), size,
                 *TextConverter::cpLWin1251);
-        return BytesOf(room).substr(0, size - sizeof(To));
+        return BytesOf(out).substr(0, size - sizeof(To));
     };
-    Compare("Text through the table", name, "iconv", goal, convertByTable,
-            [&] { return iconv.Convert(BytesOf(text), roomOfIconv); });
+    return Measure(name, "iconv", convertByTable,
+                   [&] { return iconv.Convert(BytesOf(text), outOfIconv); });
 }
 
-void CompareTables(const std::string& narrow, const std::wstring& wide, const Ucs2& ucs2) {
-    // The processor foresees the branches within iconv the better, the more a text repeats itself.
-    std::mt19937 random(1);
-    std::wstring letters(wide.size(), L'\0');
-    for (wchar_t& letter : letters) letter = static_cast<wchar_t>(L'\x410' + random() % 64);
+/// LocaleInfo::GetChar for each character, with the parameters of WCharToEASCII.
+unsigned long GetCharOfEach(const wchar_t* src, unsigned long length, char* out,
+                            unsigned long& size, const TextConverter::LocaleInfo& info) {
+    const unsigned long count = length / sizeof *src;
+    for (unsigned long i = 0; i < count; ++i) out[i] = static_cast<char>(info.GetChar(src[i]));
+    size = count + 1;
+    return qel::SUCCESS;
+}
 
+/// Measures a long text, and short ones that are converted again and again: branch prediction
+/// favours iconv on repetitive text.
+template <class Unit>
+void CompareNarrowing(const std::string& name, double limit, Convert<Unit, char> convert,
+                      RandomText randomText, std::basic_string<Unit> (*encode)(const std::string&),
+                      const Iconv& iconv) {
+    const auto measure = [&](std::size_t size, unsigned seed) {
+        return MeasureTable<Unit, char>(name, convert, encode(randomText(size, seed)), iconv);
+    };
+    std::vector<Figures> repeated;
+    for (unsigned seed = 1; seed <= 8; ++seed) repeated.push_back(measure(4096, seed));
+    const auto [lowest, highest] =
+        std::minmax_element(repeated.begin(), repeated.end(),
+                            [](Figures a, Figures b) { return a.Ratio() < b.Ratio(); });
+    PrintRow(table, name + ", 256 KB", "iconv", "ns", measure(256 * 1024, 0), limit);
+    PrintRow(table, name + ", 4 KB repeated, lowest", "iconv", "ns", *lowest, 0);
+    PrintRow(table, name + ", 4 KB repeated, highest", "iconv", "ns", *highest, 0);
+}
+
+void CompareWidening() {
+    const std::string text = RussianText(4096, 1);
     const Iconv toWide("WCHAR_T", "WINDOWS-1251"), toUcs2("UCS-2LE", "WINDOWS-1251");
+    const auto wide =
+        MeasureTable<char, wchar_t>("wide", TextConverter::EASCIIToWChar, text, toWide);
+    const auto ucs2 =
+        MeasureTable<char, unsigned short>("UCS-2", TextConverter::EASCIIToUCS2, text, toUcs2);
+    PrintRow(table, "Windows-1251 to wide, 4 KB", "iconv", "ns", wide, 0.5);
+    PrintRow(table, "Windows-1251 to UCS-2, 4 KB", "iconv", "ns", ucs2, 0.5);
+}
+
+void CompareNarrowing(const std::string& language, double limit, RandomText randomText) {
     const Iconv fromWide("WINDOWS-1251", "WCHAR_T"), fromUcs2("WINDOWS-1251", "UCS-2LE");
-    CompareTable<char, wchar_t>("Windows-1251 to wide", 0.5, TextConverter::EASCIIToWChar, narrow,
-                                toWide);
-    CompareTable<char, unsigned short>("Windows-1251 to UCS-2", 0.5, TextConverter::EASCIIToUCS2,
-                                       narrow, toUcs2);
-    CompareTable<wchar_t, char>("wide to Windows-1251", 1.0, TextConverter::WCharToEASCII, wide,
-                                fromWide);
-    CompareTable<wchar_t, char>("the same, letters at random", 0, TextConverter::WCharToEASCII,
-                                letters, fromWide);
-    CompareTable<unsigned short, char>("UCS-2 to Windows-1251", 1.0, TextConverter::UCS2ToEASCII,
-                                       ucs2, fromUcs2);
+    CompareNarrowing<wchar_t>("wide to Windows-1251, " + language, limit,
+                              TextConverter::WCharToEASCII, randomText, ToWide, fromWide);
+    CompareNarrowing<unsigned short>("UCS-2 to Windows-1251, " + language, limit,
+                                     TextConverter::UCS2ToEASCII, randomText, ToUcs2, fromUcs2);
+    CompareNarrowing<wchar_t>("`GetChar` of each, " + language, 0, GetCharOfEach, randomText,
+                              ToWide, fromWide);
 }
 
 /// What a program writes that calls iconv itself: a descriptor and a string for each text.
 template <class String>
-String ConvertByHand(const char* to, const char* from, std::string_view text, std::size_t room) {
-    String out(room, 0);
+String ConvertByHand(const char* to, const char* from, std::string_view text,
+                     std::size_t capacity) {
+    String out(capacity, 0);
     const ::iconv_t descriptor = ::iconv_open(to, from);
     char *in = const_cast<char*>(text.data()), *end = reinterpret_cast<char*>(out.data());
-    std::size_t inLeft = text.size(), outLeft = room * sizeof out[0];
+    std::size_t inLeft = text.size(), outLeft = capacity * sizeof out[0];
     if (::iconv(descriptor, &in, &inLeft, &end, &outLeft) != 0) std::abort();
     ::iconv_close(descriptor);
-    out.resize(room - outLeft / sizeof out[0]);
+    out.resize(capacity - outLeft / sizeof out[0]);
     return out;
 }
 
 template <class String, class Ours>
 void CompareIconv(const char* name, const char* to, const char* from, std::string_view text,
-                  std::size_t room, const Ours& ours) {
+                  std::size_t capacity, const Ours& ours) {
     Compare("Text through iconv", name, "iconv by hand", 1.1, ours,
-            [&] { return ConvertByHand<String>(to, from, text, room); });
+            [&] { return ConvertByHand<String>(to, from, text, capacity); });
 }
 
 void CompareToWide(const std::string& utf8, const Ucs2& ucs2, const std::string& narrow) {
@@ -87,16 +153,11 @@ void CompareToWide(const std::string& utf8, const Ucs2& ucs2, const std::string&
         TextConverter::UCS2ToWChar(ucs2.data(), 2 * ucs2.size(), out);
         return out;
     };
-    const auto fromNarrow = [&] {
-        std::wstring out;
-        TextConverter::ASCIIToWCharWithSystemLocale(narrow.c_str(), out);
-        return out;
-    };
     CompareIconv<std::wstring>("UTF-8 to wide", "WCHAR_T", "UTF-8", utf8, utf8.size(), fromUtf8);
     CompareIconv<std::wstring>("UCS-2 to wide", "WCHAR_T", "UCS-2LE", BytesOf(ucs2), ucs2.size(),
                                fromUcs2);
     CompareIconv<std::wstring>("Windows-1251 to wide", "WCHAR_T", "WINDOWS-1251", narrow,
-                               narrow.size(), fromNarrow);
+                               narrow.size(), [&] { return ToWide(narrow); });
 }
 
 void CompareFromWide(const std::wstring& wide) {
@@ -126,8 +187,8 @@ void CompareFromWide(const std::wstring& wide) {
 
 }  // namespace
 
-std::string RussianText(std::size_t size) {
-    // "reader", "card", "list", "file", "entry", "and", "new", "in", "not", "found", "system".
+std::string RussianText(std::size_t size, unsigned seed) {
+    // "reader", "card", "list", "file", "Entry", "and", "new", "in", "not", "found,", "system.".
     static constexpr const char* words[] = {"\xF1\xF7\xE8\xF2\xFB\xE2\xE0\xF2\xE5\xEB\xFC",
                                             "\xEA\xE0\xF0\xF2\xE0",
                                             "\xF1\xEF\xE8\xF1\xEE\xEA",
@@ -139,21 +200,18 @@ std::string RussianText(std::size_t size) {
                                             "\xED\xE5",
                                             "\xED\xE0\xE9\xE4\xE5\xED,",
                                             "\xF1\xE8\xF1\xF2\xE5\xEC\xE0."};
-    std::mt19937 random(1);
-    std::string text;
-    while (text.size() < size) text.append(words[random() % std::size(words)]).append(" ");
-    return text;
+    return ChooseWords(words, size, seed);
 }
 
 void CompareText() {
-    const std::string narrow = RussianText(4096);
-    std::wstring wide;
-    Ucs2 ucs2;
+    CompareWidening();
+    CompareNarrowing("ASCII", 0, EnglishText);
+    CompareNarrowing("Russian", 1, RussianText);
+
+    const std::string narrow = RussianText(4096, 1);
+    const std::wstring wide = ToWide(narrow);
     qel::BufferDynamic utf8;
-    TextConverter::ASCIIToWCharWithSystemLocale(narrow.c_str(), wide);
-    TextConverter::EASCIIToUCS2(narrow.c_str(), ucs2, *TextConverter::cpLWin1251);
     TextConverter::WCharToUTF8(wide.c_str(), utf8);
-    CompareTables(narrow, wide, ucs2);
-    CompareToWide(std::string(AsStringView(utf8)), ucs2, narrow);
+    CompareToWide(std::string(AsStringView(utf8)), ToUcs2(narrow), narrow);
     CompareFromWide(wide);
 }

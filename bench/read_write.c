@@ -1,5 +1,5 @@
-/* The least that a program can do: it reads a file and, with a second argument, writes the same
-   bytes back, cutting the file first as every program does that writes another number of them. */
+/* The lower bound: reads a file and, given a second argument, truncates it and writes the same
+   bytes back. Without arguments it does nothing, as the lower bound of any process. */
 
 #include <fcntl.h>
 #include <stdlib.h>
@@ -8,6 +8,7 @@
 
 int main(int argc, char** argv) {
     struct stat status;
+    if (argc == 1) return 0;
     const int in = open(argv[1], O_RDONLY);
     if (in < 0 || fstat(in, &status) != 0) return 1;
     char* const bytes = malloc((size_t)status.st_size);
