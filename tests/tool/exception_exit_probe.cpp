@@ -1,4 +1,4 @@
-// Stands in for the update command behind the program's own main: throws what is configured.
+// A stub DoUpdate for the real main: throws what the configuration names.
 
 #include <stdexcept>
 
