@@ -21,7 +21,7 @@ install(FILES app/completions/_Quorvel DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/
 install(FILES CHANGELOG.md CONTRIBUTING.md LICENSE README.md SECURITY.md DESTINATION ${docDir})
 install(FILES docs/fleet.md docs/main_job.svg docs/performance.md docs/saving.md DESTINATION ${docDir}/docs)
 install(DIRECTORY examples DESTINATION ${docDir} USE_SOURCE_PERMISSIONS
-    PATTERN *.cpp EXCLUDE PATTERN CMakeLists.txt EXCLUDE PATTERN tests EXCLUDE)
+    PATTERN *.cpp EXCLUDE PATTERN CMakeLists.txt EXCLUDE)
 
 # The libraries, their headers, and what tells CMake and pkg-config of them
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
