@@ -109,16 +109,6 @@ TEST_F(TextConverterTest, TablesAgreeWithIconv) {
     }
 }
 
-TEST_F(TextConverterTest, NarrowingThrowsForCharactersOfOtherCodePages) {
-    std::string narrow;
-    for (const wchar_t* text : {L"\x100", L"\x10410", L"\x7FFFFFFF", L"\xFFFFFFFF", L"\xE0041"}) {
-        const auto byTable = [&] { WCharToEASCII(text, narrow, ciLWin1251); };
-        const auto byIconv = [&] { WCharToASCIIWithSystemLocale(text); };
-        EXPECT_EQ(ResultText<Exception>(byTable), "NO_UNICODE_TRANSLATION") << text;
-        EXPECT_EQ(ResultText<Exception>(byIconv), "NO_UNICODE_TRANSLATION") << text;
-    }
-}
-
 TEST_F(TextConverterTest, ConvertsUTF8BothWays) {
     const std::string bytes = "\x7F\xD0\x96\xEF\xBF\xBF\xF0\x9F\x98\x80";
     std::wstring wide;
