@@ -29,7 +29,7 @@ TEST(Buffer, ChangesOnlyTheBytesInView) {
 TEST(Buffer, FillRandStoresOneRandPerByte) {
     std::string expected = "....|", filled = expected;
     ::srand(7);
-    for (int i = 0; i < 4; ++i) expected[i] = static_cast<char>(::rand());
+    for (std::size_t i = 0; i < 4; ++i) expected[i] = static_cast<char>(::rand());
     ::srand(7);
     Buffer(filled.data(), 4).FillRand();
     EXPECT_EQ(filled, expected);

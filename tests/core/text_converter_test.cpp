@@ -34,10 +34,10 @@ struct TextConverterTest : testing::Test, qel::TextConverter {
 
 TEST_F(TextConverterTest, LocaleInfoMapsCodesAndCharacters) {
     wchar_t table[256] = L"";
-    table['A'] = L'-';
+    table[0x41] = L'-';
     table[0x80] = L'\x1F600';
     const LocaleInfo info(table);
-    EXPECT_EQ(info.GetUCS2Char('A'), 'A') << "codes below 0x80 stand for themselves";
+    EXPECT_EQ(info.GetUCS2Char(0x41), 0x41) << "codes below 0x80 stand for themselves";
     EXPECT_EQ(info.GetUCS2Char(0x80), 0xF600) << "the low 16 bits";
     EXPECT_EQ(info.GetChar(L'\x1F600'), 0x80);
     EXPECT_EQ(ResultText<Exception>([&] { info.GetChar(L'A'); }), "NO_UNICODE_TRANSLATION");
@@ -92,7 +92,7 @@ TEST_F(TextConverterTest, ConvertsBuffers) {
 TEST_F(TextConverterTest, TablesAgreeWithIconv) {
     // Every code but 0x98, twice. Texts of 256 codes and more are widened in groups of four.
     const std::string once = BytesFromTo(0x99, 0xFF) + BytesFromTo(1, 0x97), codes = once + once;
-    for (const std::size_t size : {255, 256, 257, 258, 259, 508}) {
+    for (const std::size_t size : {255u, 256u, 257u, 258u, 259u, 508u}) {
         std::string text = codes.substr(0, size), narrow;
         std::wstring chart, wide;
         UCS2 units;
