@@ -59,11 +59,8 @@ class Completions(SampleTest):
             self.assertEqual(candidates, set(expected), f"{before} {typed}")
         self.assertFalse((self.directory / "ran").exists(), "the tool was run")
 
-    def test_bash(self):
-        self.assert_completes("bash --norc --noprofile -i", BASH)
-
-    def test_zsh(self):
-        self.assert_completes("zsh -dfi", ZSH)
-
-    def test_fish(self):
-        self.assert_completes("fish -Ni", FISH)
+    def test_candidates(self):
+        for shell, setup in ("bash --norc --noprofile -i", BASH), ("zsh -dfi", ZSH), ("fish -Ni", FISH):
+            with self.subTest(shell):
+                self.setUp()
+                self.assert_completes(shell, setup)
