@@ -8,7 +8,7 @@ namespace {
 constexpr std::size_t npos = std::string_view::npos;
 // Up to this distance find is faster than sampling. The sample has this size, too.
 constexpr std::size_t sampleSize = 256;
-// Whole SIMD vectors.
+// A multiple of every SIMD vector size.
 constexpr std::size_t blockSize = 64;
 
 using Counts = std::array<unsigned, 256>;

@@ -1,11 +1,11 @@
-/// Parses the argument vector into what to run, or the error to print.
+/// Parses the command line.
 #pragma once
 
 #include <string>
 
 enum class Command { Help, Update, Restore };
 
-/// What to run.
+/// The parsed arguments.
 struct CommandLine {
     Command command = Command::Update;
     bool verbose = false;

@@ -20,7 +20,7 @@ namespace {
 
 #if defined(__APPLE__)
 
-// Untested on macOS, as is whether inherited ACL entries remain.
+// Untested on macOS; inherited ACL entries may remain.
 bool CopyAttributes(int from, int to) {
     return ::fcopyfile(from, to, nullptr, COPYFILE_ACL | COPYFILE_XATTR) == 0;
 }

@@ -1,10 +1,10 @@
-/// What differs between systems in replacing a file: its metadata, and syncing it to disk.
+/// Platform-dependent parts of replacing a file: copying metadata, and syncing to disk.
 #pragma once
 
 #include <sys/stat.h>
 
-/// Gives the open file to the owner, mode, ACL and extended attributes of the open file from, whose
-/// status is given, and removes the attributes that to inherited from its directory. Returns
+/// Copies owner, mode, ACL and extended attributes of the open file from, whose status is given, to
+/// the open file to, and removes attributes that from lacks, such as inherited ACLs. Returns
 /// whether all of that succeeded; on failure, part of it may be done.
 bool CopyMetadata(int from, const struct stat& status, int to);
 

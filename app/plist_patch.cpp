@@ -51,7 +51,7 @@ std::string_view FindEmptyArray(std::string_view text) {
     return array.substr(0, array.size() - text.size());
 }
 
-/// Returns the white space at the start of the line of document that contains position.
+/// Returns the spaces and tabs at the start of the line of document that contains position.
 std::string_view IndentationAt(std::string_view document, std::size_t position) {
     // If there is no newline, npos + 1 == 0 is the start of the document.
     const std::string_view line = document.substr(document.rfind('\n', position) + 1);
@@ -88,7 +88,7 @@ void InsertEntry(qel::BufferDynamic& document, const PlistEntry& entry) {
     const std::string_view text = AsStringView(document);
     const std::size_t name = FindOrThrow(text, entry.name, 0, "Tree[x] not found");
     const std::size_t firstEntry = FindOrThrow(text, stringTag, name + 1, "<string>[x] not found");
-    // Some </array> has to follow the name: the last one of the document is the quickest to find.
+    // Some </array> must follow the name. The last one is usually near the end of the document.
     const std::size_t lastArrayEnd = text.rfind(arrayEndTag);
     if (lastArrayEnd == npos || lastArrayEnd <= name) throw mox::Exception("</array>[x] not found");
 

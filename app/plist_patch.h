@@ -23,7 +23,7 @@ struct PlistEntry {
 bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& entries,
                    bool stopAtMissing);
 
-/// Inserts the entries in order, each searched in the result of the previous ones. Logs each.
+/// Inserts the entries in order, each into the result of the previous ones. Logs each.
 ///
 /// The <string> element, a newline and two tabs are inserted before the first <string> after the
 /// first byte of the name. But if the name is followed by </key> and an empty array, with nothing
@@ -41,6 +41,6 @@ bool HasAllEntries(std::string_view document, const std::vector<PlistEntry>& ent
 ///
 /// document is resized in place, once per entry. Throws mox::Exception: "Tree[x] not found" if a
 /// name does not occur, "<string>[x] not found" or "</array>[x] not found" if no such tag follows
-/// its first byte, even if an empty array does; and qel::Exception(ERROR_MEM) when out of memory.
-/// The entries before the failing one then remain in document.
+/// its first byte; both tags are required even for an empty array. When out of memory, throws
+/// qel::Exception(ERROR_MEM) or std::bad_alloc. Earlier entries then remain in document.
 void InsertEntries(qel::BufferDynamic& document, const std::vector<PlistEntry>& entries);

@@ -72,11 +72,12 @@ void SyncDirectory(const std::string& directory) {
     if (opened.IsOpen()) SyncToDisk(opened.fd);
 }
 
-/// Replaces the open file fd by a new one; nullopt if that is impossible.
+/// Replaces the file at path, open as fd, by a new file. Returns SUCCESS or ERROR_WRITE; nullopt,
+/// with the file unchanged, if it must be written in place instead.
 std::optional<unsigned long> ReplaceAtomically(const std::string& path, int fd,
                                                const struct stat& status,
                                                const qel::Buffer& contents) {
-    // rename would replace an unresolvable link itself.
+    // If target is still a symbolic link, rename would replace the link.
     const std::string target = mox::File::GetFullFilePath(path);
     if (!S_ISREG(status.st_mode) || status.st_nlink != 1 ||
         !IsSameFile(target, AT_SYMLINK_NOFOLLOW, status)) {
@@ -107,15 +108,15 @@ bool WriteAt(int fd, std::size_t position, std::string_view bytes) {
     return true;
 }
 
-/// Changes the contents of the open file from `from` to `to`, writing only after their common
+/// Changes the contents of the open file from old to next, writing only after their common
 /// prefix. With the arguments swapped it rolls back a partial write.
-bool OverwriteDifference(int fd, std::string_view from, std::string_view to) {
+bool OverwriteDifference(int fd, std::string_view old, std::string_view next) {
     // Truncate first: on some file systems that frees the space for the new bytes.
     const bool truncated =
-        to.size() >= from.size() || ::ftruncate(fd, static_cast<off_t>(to.size())) == 0;
-    const auto difference = std::mismatch(from.begin(), from.end(), to.begin(), to.end()).second;
-    const auto prefixSize = static_cast<std::size_t>(difference - to.begin());
-    return WriteAt(fd, prefixSize, to.substr(prefixSize)) && truncated && SyncToDisk(fd);
+        next.size() >= old.size() || ::ftruncate(fd, static_cast<off_t>(next.size())) == 0;
+    const auto difference = std::mismatch(old.begin(), old.end(), next.begin(), next.end()).second;
+    const auto prefixSize = static_cast<std::size_t>(difference - next.begin());
+    return WriteAt(fd, prefixSize, next.substr(prefixSize)) && truncated && SyncToDisk(fd);
 }
 
 unsigned long WriteInPlace(const std::string& path, int fd, const struct stat& status,

@@ -16,9 +16,9 @@
 /// point), the bytes that differ are overwritten in place. Errors are rolled back, but a crash in
 /// between leaves a mixture.
 ///
-/// SUCCESS when the contents are in place and synced to disk (the rename only if the directory can
-/// be synced). On failure the file is unchanged, unless the rollback failed too: ERROR_WRITE if it
-/// cannot be opened for writing or the bytes cannot be stored; in place also any result of
-/// BufferDynamic::Load for the old contents, such as ERROR_MEM. Throws std::bad_alloc, with the
-/// file unchanged.
+/// Returns SUCCESS when the contents are written and synced to disk (the rename only if the
+/// directory can be synced), and ERROR_WRITE if the file cannot be opened for writing or the bytes
+/// cannot be stored. Writing in place can also return any result of BufferDynamic::Load for the old
+/// contents, such as ERROR_MEM. On failure the file is unchanged, unless the rollback failed too.
+/// Throws std::bad_alloc, with the file unchanged.
 unsigned long ReplaceFile(const std::string& path, const qel::Buffer& contents);

@@ -8,7 +8,7 @@
 /// is a configuration key whose value is inserted.
 ///
 /// Returns 0. Throws mox::Exception if no location exists, a listed name or its value is empty, or
-/// a key or tag is missing from the file, and qel::Exception if the file cannot be read or written.
-/// ReplaceFile is called at most once, last; the file is unchanged after any failure that
-/// ReplaceFile does not except.
+/// a key or tag is missing from the file, and qel::Exception if the file cannot be read or written
+/// or when out of memory. ReplaceFile is called at most once, last: on failure the file is
+/// unchanged, except as described there.
 int DoUpdate(mox::FileConfig& config);

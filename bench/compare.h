@@ -38,15 +38,15 @@ Result CopyResult(Result result) {
 }
 inline std::string CopyResult(std::string_view bytes) { return std::string(bytes); }
 
-/// Returns the CPU time of this process in nanoseconds: unlike wall-clock time, without the time
-/// that other processes take.
+/// Returns the CPU time of this process in nanoseconds: unlike wall-clock time, it excludes
+/// other processes.
 inline double CpuTime() {
     std::timespec now;
     ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
 }
 
-/// Returns the nanoseconds of so many calls of work.
+/// Returns the CPU time of that many calls of work, in nanoseconds.
 template <class Work>
 double Time(const Work& work, long calls) {
     // A call through a volatile pointer cannot be optimized away or hoisted.
@@ -71,8 +71,8 @@ inline double Median(std::vector<double>& values) {
 }
 
 /// Checks that both results are equal and returns the median nanoseconds of a call of each, from 31
-/// pairs of samples, or from as many as fit two seconds but at least 7. A sample takes a
-/// millisecond or one call, whichever is longer.
+/// pairs of samples, or from as many as fit into two seconds but at least 7. A sample takes at
+/// least a millisecond.
 template <class Ours, class Baseline>
 Figures Measure(const std::string& name, const char* baselineName, const Ours& ours,
                 const Baseline& baseline) {

@@ -40,7 +40,7 @@ std::string Value(unsigned number, bool isLong) {
 struct Case {
     const char* name;
     bool isShuffled, hasLongValues;
-    std::vector<double> limits;  ///< of the first readers, 0 for none; the others are left out
+    std::vector<double> limits;  ///< one per reader, 0 for none; the others are not run
 };
 
 const Case cases[] = {{"names in order", false, false, {1.0, 0.6, 0.6}},

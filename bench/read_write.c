@@ -1,5 +1,5 @@
-/* The lower bound: reads a file and, given a second argument, truncates it and writes the same
-   bytes back. Without arguments it does nothing, as the lower bound of any process. */
+/* The baseline: reads a file and, given a second argument, truncates it and writes the same bytes
+   back. Without arguments it exits at once, to time an empty process. */
 
 #include <fcntl.h>
 #include <stdlib.h>

@@ -41,8 +41,8 @@ def print_table(title, rows):
 
 
 def draw(rows):
-    """Draws dots on a logarithmic axis, as the slowest takes a hundred times the fastest. Our time
-    is the median of all that were compared with a baseline."""
+    """Draws dots on a logarithmic axis, since the times differ by more than a factor of ten. Our
+    time is the median over all baselines."""
     rows = [row for row in rows if row[0] == 'three insertions']
     times = {baseline.replace('`', ''): theirs for _, baseline, _, _, theirs, _ in rows}
     times['Quorvel'] = statistics.median(ours for _, _, _, ours, _, _ in rows)

@@ -12,7 +12,7 @@
 namespace {
 
 using qel::TextConverter;
-using Ucs2 = std::basic_string<unsigned short>;
+using Ucs2String = std::basic_string<unsigned short>;
 
 template <class Unit>
 std::string_view BytesOf(const std::basic_string<Unit>& text) {
@@ -25,8 +25,8 @@ std::wstring ToWide(const std::string& text) {
     return wide;
 }
 
-Ucs2 ToUcs2(const std::string& text) {
-    Ucs2 ucs2;
+Ucs2String ToUcs2(const std::string& text) {
+    Ucs2String ucs2;
     TextConverter::EASCIIToUCS2(text.c_str(), ucs2, *TextConverter::cpLWin1251);
     return ucs2;
 }
@@ -71,12 +71,13 @@ Figures MeasureTable(const std::string& name, Convert<From, To> convert,
                    [&] { return iconv.Convert(BytesOf(text), outOfIconv); });
 }
 
-/// Measures a long text, and short ones that are converted again and again: branch prediction
-/// favours iconv on repetitive text.
+/// Measures a long text, and short ones that are converted again and again: on repeated text
+/// iconv's branches are predicted.
 template <class Unit>
-void CompareNarrowing(const std::string& name, double limit, Convert<Unit, char> convert,
-                      RandomText randomText, std::basic_string<Unit> (*encode)(const std::string&),
-                      const Iconv& iconv) {
+void CompareNarrowingFrom(const std::string& name, double limit, Convert<Unit, char> convert,
+                          RandomText randomText,
+                          std::basic_string<Unit> (*encode)(const std::string&),
+                          const Iconv& iconv) {
     const auto measure = [&](std::size_t size, unsigned seed) {
         return MeasureTable<Unit, char>(name, convert, encode(randomText(size, seed)), iconv);
     };
@@ -103,10 +104,10 @@ void CompareWidening() {
 
 void CompareNarrowing(const std::string& language, double limit, RandomText randomText) {
     const Iconv fromWide("WINDOWS-1251", "WCHAR_T"), fromUcs2("WINDOWS-1251", "UCS-2LE");
-    CompareNarrowing<wchar_t>("wide to Windows-1251, " + language, limit,
-                              TextConverter::WCharToEASCII, randomText, ToWide, fromWide);
-    CompareNarrowing<unsigned short>("UCS-2 to Windows-1251, " + language, limit,
-                                     TextConverter::UCS2ToEASCII, randomText, ToUcs2, fromUcs2);
+    CompareNarrowingFrom<wchar_t>("wide to Windows-1251, " + language, limit,
+                                  TextConverter::WCharToEASCII, randomText, ToWide, fromWide);
+    CompareNarrowingFrom<unsigned short>("UCS-2 to Windows-1251, " + language, limit,
+                                         TextConverter::UCS2ToEASCII, randomText, ToUcs2, fromUcs2);
 }
 
 /// What a program writes that calls iconv itself: a descriptor and a string for each text.
@@ -130,7 +131,7 @@ void CompareIconv(const char* name, const char* to, const char* from, std::strin
             [&] { return ConvertByHand<String>(to, from, text, capacity); });
 }
 
-void CompareToWide(const std::string& utf8, const Ucs2& ucs2, const std::string& narrow) {
+void CompareToWide(const std::string& utf8, const Ucs2String& ucs2, const std::string& narrow) {
     const auto fromUtf8 = [&] {
         std::wstring out;
         TextConverter::UTF8ToWChar(utf8.data(), utf8.size(), out);
@@ -155,7 +156,7 @@ void CompareFromWide(const std::wstring& wide) {
         return AsStringView(block);
     };
     const auto toUcs2 = [&] {
-        Ucs2 out(wide.size() + 1, 0);
+        Ucs2String out(wide.size() + 1, 0);
         unsigned long size = 2 * out.size();
         TextConverter::WCharToUCS2(wide.c_str(), out.data(), size);
         out.resize(size / 2 - 1);
@@ -168,7 +169,7 @@ void CompareFromWide(const std::wstring& wide) {
     };
     const std::string_view bytes = BytesOf(wide);
     CompareIconv<std::string>("wide to UTF-8", "UTF-8", "WCHAR_T", bytes, 4 * wide.size(), toUtf8);
-    CompareIconv<Ucs2>("wide to UCS-2", "UCS-2LE", "WCHAR_T", bytes, wide.size(), toUcs2);
+    CompareIconv<Ucs2String>("wide to UCS-2", "UCS-2LE", "WCHAR_T", bytes, wide.size(), toUcs2);
     CompareIconv<std::string>("wide to Windows-1251", "WINDOWS-1251", "WCHAR_T", bytes, wide.size(),
                               toNarrow);
 }

@@ -28,8 +28,7 @@ def row(table, case, baseline, unit, ours, theirs, limit):
 class Job:
     """A property list, and the commands that insert some values into it.
 
-    The directory has copies of the programs: what a linker has just written takes other page
-    faults."""
+    The directory has copies of the programs: a freshly linked file causes other page faults."""
 
     def __init__(self, directory, document, values):
         self.tool, self.read_write, self.time_command = (

@@ -68,13 +68,14 @@ public:
     // string cannot be allocated.
 
     /// Returns the bytes as upper-case hexadecimal text, two digits per byte. A space follows each
-    /// complete group of groupSize bytes, and lineSeparator each groupsPerLine groups, even at the
-    /// end. groupSize 0: neither; groupsPerLine 0: no separators. lineSeparator must not be null.
+    /// complete group of groupSize bytes, and lineSeparator follows every groupsPerLine groups,
+    /// even at the end. groupSize 0: neither; groupsPerLine 0: no lineSeparator. lineSeparator must
+    /// not be null.
     std::string ToHex(unsigned long groupSize, unsigned long groupsPerLine,
                       const char* lineSeparator) const;
 
-    /// The same with a newline as lineSeparator, as wide text. Empty if the conversion fails: out
-    /// of memory, or iconv lacks Windows-1251.
+    /// The same with a newline as lineSeparator, as wide text. Returns an empty string if the
+    /// conversion to wide text fails: ERROR_MEM, or iconv does not support Windows-1251.
     std::wstring ToHexW(unsigned long groupSize, unsigned long groupsPerLine) const;
 
     /// Decodes NUL-terminated hexadecimal text of either case into out, whose capacity is size
@@ -88,8 +89,8 @@ public:
     static unsigned long FromHex(const char* text, unsigned long& size, void* out);
 
     /// Returns the bytes as base64 text in the alphabet of RFC 4648, section 4, padded with "=".
-    /// lineSeparator follows every lineLength characters, even at the end; it can be null only if
-    /// lineLength is 0: no lines.
+    /// lineSeparator follows every lineLength characters, even at the end; with lineLength 0 it is
+    /// unused and can be null.
     std::string ToBase64(unsigned long lineLength, const char* lineSeparator) const;
 
     /// Decodes length characters of base64 text into out, whose capacity is size bytes; with a null

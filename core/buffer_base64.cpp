@@ -73,10 +73,11 @@ unsigned long DecodeGroup(const char (&group)[4], BufferShifting& out) {
     return result;
 }
 
-/// Fast path: decodes groups of four alphabet characters until another follows or out is full.
+/// Fast path: decodes groups of four alphabet characters until another character follows or out is
+/// full.
 void DecodeGroupsFast(std::string_view& text, BufferShifting& out) {
     const auto* const characters = reinterpret_cast<const unsigned char*>(text.data());
-    // When only counting, all bytes go to a dummy.
+    // A counting cursor has no bytes: write to a dummy.
     unsigned char unused[3];
     const bool isWritten = out.GetData() != nullptr;
     auto* bytes = isWritten ? static_cast<unsigned char*>(out.GetData()) : unused;
@@ -96,7 +97,7 @@ void DecodeGroupsFast(std::string_view& text, BufferShifting& out) {
     out.Shift(3 * groups);
 }
 
-/// A big-endian load; compilers make one load and one byte swap of it.
+/// A big-endian load; compiles to one load and one byte swap.
 std::uint64_t LoadBigEndian64(const unsigned char* bytes) {
     return std::uint64_t{bytes[0]} << 56 | std::uint64_t{bytes[1]} << 48 |
            std::uint64_t{bytes[2]} << 40 | std::uint64_t{bytes[3]} << 32 |
@@ -115,7 +116,7 @@ void EncodeGroup(const unsigned char* bytes, char* out) {
     WritePair(bits, out + 2);
 }
 
-/// Writes four characters for every three of count bytes, padded after the last.
+/// Encodes count bytes, with padding.
 void Encode(const unsigned char* bytes, unsigned long count, char* out) {
     for (; count >= 8; count -= 6, bytes += 6, out += 8) {
         const std::uint64_t bits = LoadBigEndian64(bytes);
@@ -146,7 +147,8 @@ unsigned long Buffer::FromBase64(const char* text, unsigned long length, unsigne
     const unsigned long capacity = out == nullptr ? maxSize : size;
     BufferShifting cursor(out, capacity);
     std::string_view rest(text, length);
-    for (char group[4];;) {
+    char group[4];
+    while (true) {
         DecodeGroupsFast(rest, cursor);
         // A line break between groups: back to the fast path.
         if (!rest.empty() && IsSkipped(rest.front())) {

@@ -40,8 +40,8 @@ public:
 
     ~BufferDynamic() override;
 
-    /// Replaces the contents by a copy of length bytes at src; allocates only if length is not the
-    /// current size. Only otherwise can src point into this buffer. ERROR_MEM.
+    /// Replaces the contents by a copy of length bytes at src. Allocates if length is not the
+    /// current size; src must then not point into this buffer. ERROR_MEM.
     unsigned long Set(unsigned long length, const void* src) override;
 
     /// Set with the characters of text, without the terminating NUL.
@@ -52,7 +52,7 @@ public:
     /// malformed (see the static FromHex), ERROR_MEM.
     unsigned long FromHex(const char* text) override;
 
-    /// The same for length characters of base64 text (see the static FromBase64); always allocates.
+    /// The same for length base64 characters (see the static FromBase64); always allocates twice.
     unsigned long FromBase64(const char* text, unsigned long length) override;
 
     using Buffer::FromBase64;

@@ -36,7 +36,7 @@ constexpr auto digitPairs = [] {
 
 bool IsWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-/// Returns the byte of the first two digits of text, which is not empty; invalid or more on error.
+/// Decodes the first two characters of text, which is not empty; invalid or more on failure.
 unsigned DecodeByte(const char* text) {
     const unsigned high = digitValues[static_cast<unsigned char>(text[0])];
     return high << 4 | digitValues[static_cast<unsigned char>(text[1])];
@@ -99,7 +99,7 @@ std::string Buffer::ToHex(unsigned long groupSize, unsigned long groupsPerLine,
         end = WriteDigits(bytes, groupSize, end);
         bytes += groupSize;
         *end++ = ' ';
-        // A comparison instead of a division, which would take longer than all else here.
+        // A comparison, since a division per group would dominate the loop.
         if (group != lineEnd) continue;
         end = std::copy_n(lineSeparator, separatorLength, end);
         lineEnd += groupsPerLine;

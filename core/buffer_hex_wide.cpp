@@ -3,8 +3,8 @@
 
 namespace qel {
 
-// Separate from ToHex: Buffer's vtable pulls buffer_hex.o into every program, and would pull in
-// TextConverter and iconv.
+// In a file of its own: Buffer's vtable links buffer_hex.o into every program, which would then
+// also link TextConverter and iconv.
 std::wstring Buffer::ToHexW(unsigned long groupSize, unsigned long groupsPerLine) const {
     std::wstring text;
     // A failure leaves the string empty.

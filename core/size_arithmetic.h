@@ -22,8 +22,7 @@ constexpr unsigned long SaturatingMultiply(unsigned long left, unsigned long rig
     return right != 0 && left > maxSize / right ? maxSize : left * right;
 }
 
-/// Returns a string of this size, to be overwritten. Throws Exception(ERROR_MEM) when out of memory
-/// or if no string can be that long.
+/// Returns a string of this size, to be overwritten; throws Exception(ERROR_MEM) on failure.
 inline std::string MakeString(unsigned long size) try {
     return std::string(size, '\0');
 } catch (const std::exception&) {

@@ -12,8 +12,8 @@
 /// whatever locale is set. Its one undefined code, 0x98, is U+0098 in the table and cannot be
 /// translated by iconv.
 ///
-/// Lengths and sizes are in bytes. Source and result must not overlap. Functions that return a std
-/// string, or throw qel::Exception, can throw std::bad_alloc instead.
+/// Lengths and sizes are in bytes. Source and result must not overlap. Where the result is a std
+/// string, or qel::Exception is thrown, std::bad_alloc can be thrown, too.
 ///
 ///     std::wstring wide;
 ///     qel::TextConverter::UTF8ToWChar("\xD0\x96", 2, wide);  // U+0416
@@ -36,7 +36,7 @@ static_assert(sizeof(wchar_t) == 4 && sizeof(unsigned short) == 2 &&
 
 class TextConverter {
 public:
-    /// A code page: its 256 characters, and the reverse mapping.
+    /// A code page: its 256 characters, and the reverse map.
     ///
     /// The reverse map is built lazily, without locking, by the first GetChar: if threads share a
     /// LocaleInfo, call it once beforehand. Everything else is thread-safe.
@@ -62,7 +62,7 @@ public:
             return static_cast<unsigned short>(GetWChar(code));
         }
 
-        /// Returns the code of a wide character, any of them if the table has it twice. Throws
+        /// Returns the code of a wide character; if several codes map to it, any of them. Throws
         /// qel::Exception: NO_UNICODE_TRANSLATION if the code page lacks the character, ERROR_MEM
         /// when out of memory at the first call.
         unsigned char GetChar(const wchar_t& c) const;
@@ -77,7 +77,7 @@ public:
         mutable BufferDynamic reverseMap;  // CharPairs sorted by character; empty until needed
     };
 
-    /// The direction of Convert. Fixed type: any int is a valid value.
+    /// The direction of Convert. Its underlying type is fixed, so that any int can be passed.
     enum EDirection : int {
         dirEASCIIToUCS2 = 0,  ///< single-byte to UCS-2
         dirUCS2ToEASCII = 1,  ///< UCS-2 to single-byte
@@ -105,7 +105,7 @@ public:
     // size is set to the size needed for length (or the whole text) and a terminator, even if the
     // text ends earlier at a zero unit. SUCCESS if out is null (a size query) or src is null (size
     // 0). ERROR_SIZE, with nothing written, if out is too small. ERROR_MEM, with size unchanged, if
-    // the size overflows 64 bits. Throws like GetChar, with the text before the character written.
+    // the size overflows 64 bits. Throws like GetChar, with the preceding text converted.
 
     /// Single-byte text to UCS-2.
     static unsigned long EASCIIToUCS2(const char* src, unsigned long length, unsigned short* out,
@@ -190,7 +190,7 @@ public:
     /// and on ERROR_MEM while shrinking that block, out may have been changed.
     static unsigned long WCharToUTF8(const wchar_t* src, BufferDynamic& out);
 
-    /// length bytes of UTF-8 to wide text; trailing zeros are dropped like in UCS2ToWChar.
+    /// length bytes of UTF-8 to wide text; trailing zeros are dropped as in UCS2ToWChar.
     static unsigned long UTF8ToWChar(const void* src, unsigned long length, std::wstring& out);
 
     /// ERROR_NOT_IMPLEMENTED, with out unchanged.

@@ -15,7 +15,7 @@ namespace qel {
 namespace {
 
 using LocaleInfo = TextConverter::LocaleInfo;
-using UCS2 = unsigned short;
+using Ucs2 = unsigned short;
 
 constexpr unsigned long codeCount = 256;
 
@@ -82,7 +82,7 @@ unsigned long NarrowUnits(const void* src, unsigned long count, void* out, const
     return count;
 }
 
-/// The caller-buffer protocol around convert, which is WidenUnits or NarrowUnits.
+/// Converts into a caller's buffer; convert is WidenUnits or NarrowUnits.
 template <class From, class To, class Converter>
 unsigned long ConvertUnits(Converter convert, const void* src, unsigned long length, void* out,
                            unsigned long& size, const LocaleInfo& info) {
@@ -103,7 +103,7 @@ unsigned long ConvertUnits(Converter convert, const void* src, unsigned long len
 template <class Unit>
 unsigned long WidenString(const char* src, std::basic_string<Unit>& out, const LocaleInfo& info) {
     const unsigned long length = qel::strlen(src);
-    const BufferDynamic units(SizeWithTerminator(length, sizeof(Unit)));
+    const BufferDynamic units(SaturatingMultiply(length, sizeof(Unit)));
     WidenUnits<Unit>(src, length, units.GetData(), info);
     out.assign(static_cast<const Unit*>(units.GetData()), length);
     return SUCCESS;
@@ -179,10 +179,10 @@ unsigned long TextConverter::Convert(EDirection dir, const void* src, unsigned l
     if (info == nullptr) info = cpLWin1251;
     switch (dir) {
         case dirEASCIIToUCS2:
-            return ConvertUnits<unsigned char, UCS2>(WidenUnits<UCS2>, src, length, out, size,
+            return ConvertUnits<unsigned char, Ucs2>(WidenUnits<Ucs2>, src, length, out, size,
                                                      *info);
         case dirUCS2ToEASCII:
-            return ConvertUnits<UCS2, char>(NarrowUnits<UCS2>, src, length, out, size, *info);
+            return ConvertUnits<Ucs2, char>(NarrowUnits<Ucs2>, src, length, out, size, *info);
     }
     return ERROR_INTERNAL;
 }

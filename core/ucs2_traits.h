@@ -1,4 +1,4 @@
-/// std::char_traits<unsigned short>, for std::basic_string<unsigned short>, for libc++, which
+/// std::char_traits<unsigned short>, needed by std::basic_string<unsigned short> with libc++, which
 /// removed its generic traits in LLVM 19.
 #pragma once
 

@@ -18,8 +18,8 @@ using Config = Exposed<mox::FileConfig>;
 const std::string path =
     std::filesystem::temp_directory_path() / ("quorvel-" + std::to_string(::getpid()));
 
-/// Reads text from a file. Returns the message on failure.
-std::string ReadFile(const std::string& text, Config& config) {
+/// Writes text to a file and reads that into config. Returns the message on failure.
+std::string ReadThroughFile(const std::string& text, Config& config) {
     std::ofstream(path, std::ios::binary) << text;
     return ResultText([&] { config.Reopen(path); });
 }
@@ -40,7 +40,7 @@ Records Normalized(const auto& store) {
 
 void CheckSavedFileReadsBack(const std::string& text) {
     Config config;
-    if (!ReadFile(text, config).empty()) return;
+    if (!ReadThroughFile(text, config).empty()) return;
     const Records records = Normalized(config);
     config.Save();
     config.Reopen();
@@ -51,17 +51,17 @@ void CheckReadersAgree(const std::string& text) {
     Config config;
     Exposed<mox::Properties> parsed;
     const bool fails = !ResultText([&] { parsed.Parse(text); }).empty();
-    Require(!ReadFile(text, config).empty() == fails, "both readers fail or neither");
+    Require(!ReadThroughFile(text, config).empty() == fails, "both readers fail or neither");
     Require(Normalized(config) == Normalized(parsed), "both readers make the same records");
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // Lines of this length are read in one piece, even with every "#" doubled.
+    // Lines of this length are not split, even with every "#" doubled.
     std::string text(reinterpret_cast<const char*>(data), std::min<std::size_t>(size, 2000));
     CheckSavedFileReadsBack(text);
-    // Only FileConfig keeps carriage returns, and stops at a NUL.
+    // Parse removes carriage returns and reads past NULs; FileConfig does neither.
     std::erase_if(text, [](char c) { return c == '\r' || c == '\0'; });
     CheckReadersAgree(text);
     std::filesystem::remove(path);

@@ -37,10 +37,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const unsigned long groupSize = size == 0 ? 0 : data[0] % 9,
                         length = size == 0 ? 0 : data[0] / 9;
     for (const auto& bytes : {input, Decoded(FromHex, input), Decoded(FromBase64, input)}) {
+        const qel::BufferDynamic exact(View(bytes));
         // FromHex needs at least two characters.
-        const std::string hex = View(bytes).ToHex(groupSize, length, "\r\n\t") + "  ";
+        const std::string hex = exact.ToHex(groupSize, length, "\r\n\t") + "  ";
         Require(Decoded(FromHex, hex) == bytes, "hexadecimal decodes to what was encoded");
-        const std::string base64 = View(bytes).ToBase64(length, " \r\n");
+        const std::string base64 = exact.ToBase64(length, " \r\n");
         Require(Decoded(FromBase64, base64) == bytes, "base64 decodes to what was encoded");
     }
     return 0;

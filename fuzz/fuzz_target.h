@@ -1,5 +1,5 @@
-/// The entry point that each fuzz target defines, called by libFuzzer or by replay.cpp, and the
-/// check of a property.
+/// The entry point that each fuzz target defines, called by libFuzzer or by replay.cpp, and
+/// Require, which checks a property.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // The patch: each entry inserts text that contains its element and changes nothing else, and after
-// entries in document order a second patch finds all present. The input is a line of alternating
+// entries in document order a second run finds them all. The input is a line of alternating
 // names and values, then a document.
 
 #include <algorithm>
@@ -21,14 +21,15 @@ std::vector<PlistEntry> ParseEntries(const std::string& line) {
     return entries;
 }
 
-/// Returns the first difference: after has one insertion there, which may have replaced the "/" of
-/// an <array/>.
+/// Returns the offset of the only insertion in after, which may have replaced the "/" of an
+/// <array/>.
 std::size_t FindInsertion(const std::string& before, const std::string& after) {
     const auto difference = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
     const std::string_view head(before.begin(), difference.first),
         tail(difference.first, before.end());
     const bool isExpanded = head.ends_with("<array") && tail.starts_with("/>");
-    Require(after.ends_with(tail.substr(isExpanded ? 1 : 0)), "the text after an insertion stays");
+    Require(after.ends_with(tail.substr(isExpanded ? 1 : 0)),
+            "the text after an insertion is unchanged");
     return head.size();
 }
 

@@ -16,8 +16,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         return 0;
     }
     Require(qel::TextConverter::WCharToUTF8(wide.c_str(), utf8) == qel::SUCCESS,
-            "it converts back");
+            "valid UTF-8 converts back");
     const std::string text(reinterpret_cast<const char*>(data), size);
-    Require(Bytes(utf8) == text.c_str(), "the result is the input");
+    Require(Bytes(utf8) == text.c_str(), "the round trip restores the input");
     return 0;
 }

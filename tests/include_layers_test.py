@@ -1,4 +1,4 @@
-"""The #includes of ours are relative to the root and respect the layers app > utility > core."""
+"""Our #includes are relative to the root and respect the layers app > utility > core."""
 import pathlib
 import re
 import unittest

@@ -31,7 +31,7 @@ std::string TakeComment(std::string& text) {
 Properties::PropertyPtr ReadConfigLine(std::string_view line, unsigned long lineNumber) {
     const std::string none;
     auto record = std::make_shared<Properties::Property>(none, none, none, lineNumber);
-    // Line endings first: TakeComment replaces "##" by a carriage return for a while.
+    // Line endings first: TakeComment replaces "##" by a carriage return temporarily.
     std::string_view text = Trim(line, "\r\n");
     std::string unescaped;
     // Most lines need no unescaping, hence no copy.

@@ -20,7 +20,7 @@ inline constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 /// before it.
 Properties::PropertyPtr ReadConfigLine(std::string_view line, unsigned long lineNumber);
 
-/// Formats a record as a line. A placeholder gives its comment, or a blank line; its value is
+/// Formats a record as a line. A placeholder becomes its comment, or a blank line; its value is
 /// unused. A comment starting with "#" is preceded by a space.
 ///
 /// ReadConfigLine restores the same record, except for a placeholder's value, for that space, and

@@ -19,9 +19,8 @@ constexpr std::size_t maxForcedPathLength = 4095;
 // macOS's limit, applied everywhere: the result with its NUL fits 1024 bytes.
 constexpr std::size_t maxFullPathLength = 1023;
 
-/// Also true if it exists by now: created by another process, or as its own parent because path
-/// ends in "/".
-bool CreateDirectory(const char* path) {
+/// Creates the directory. Also succeeds if it exists by now, be it as its own parent: "a/".
+bool EnsureDirectory(const char* path) {
     return ::mkdir(path, 0707) == 0 || IsDirectoryExist(path);
 }
 
@@ -39,13 +38,13 @@ bool IsDirectoryExist(const char* path) {
 
 bool ForceDirectories(const char* path) {
     if (path == nullptr) return false;
-    if (IsDirectoryExist(path) || CreateDirectory(path)) return true;
+    if (IsDirectoryExist(path) || EnsureDirectory(path)) return true;
 
     const std::string_view text = path;
     const std::size_t lastSlash = text.rfind('/');
     if (lastSlash == std::string_view::npos || text.size() > maxForcedPathLength) return false;
     const std::string parent(text.substr(0, lastSlash));
-    return ForceDirectories(parent.c_str()) && CreateDirectory(path);
+    return ForceDirectories(parent.c_str()) && EnsureDirectory(path);
 }
 
 bool IsHiddenFile(const char* name, bool) { return *name == '.'; }

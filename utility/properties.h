@@ -107,9 +107,10 @@ public:
     /// Replaces the entries by those of a configuration text and sets the modified flag.
     ///
     /// The lines have the syntax of a configuration file (see FileConfig), but can be of any length
-    /// and contain NUL bytes. All carriage returns are removed. Lines then empty are skipped and
-    /// not counted; a placeholder's value is its line without the newline. The last line with a
-    /// name wins. A malformed line throws mox::Exception, "Properties: wrong data in config data "
+    /// and contain NUL bytes. All carriage returns are removed. Lines that are then empty are
+    /// skipped and not counted; a placeholder's value is its line without the newline. The last
+    /// line with a name wins. A malformed line throws mox::Exception, "Properties: wrong data in
+    /// config data "
     /// + " in line " + its number, with the lines before it in the store; a FileConfig writes these
     /// back like any others.
     void Parse(const std::string& data);

@@ -44,6 +44,12 @@ TEST(PlistPatch, SearchesEachEntryInTheResultOfThePrevious) {
               "a</key><array>\n\t" + inserted + entry + "\n</array>" + rest);
 }
 
+TEST(PlistPatch, EntriesOfTheSameValueShareAnElement) {
+    const std::vector<PlistEntry> entries{{"a", "v"}, {"b", "v"}, {"c", "w"}};
+    EXPECT_TRUE(HasAllEntries("<string>v</string><string>w</string>", entries, true));
+    EXPECT_FALSE(HasAllEntries("<string>w</string><string>v</string>", entries, true));
+}
+
 TEST(PlistPatch, ExpandsTheEmptyArrayOfTheKey) {
     using Row = std::pair<std::string, std::string>;
     for (const auto& [before, after] :
@@ -56,7 +62,7 @@ TEST(PlistPatch, ExpandsTheEmptyArrayOfTheKey) {
     }
 }
 
-TEST(PlistPatch, ExpandsNoArrayAfterAnythingElse) {
+TEST(PlistPatch, ExpandsOnlyAnEmptyArrayRightAfterTheKey) {
     for (const std::string before :
          {"<!--ID--><key>ID</key><array/>", "ID</key><!----><array/>", "ID</key><array />",
           "ID</key><array><!----></array>", "ID </key><array/>"})
@@ -65,7 +71,7 @@ TEST(PlistPatch, ExpandsNoArrayAfterAnythingElse) {
 
 TEST(FindBytes, FindsWhatFindFinds) {
     std::mt19937 random(1);
-    // Mostly the same letter, so that parts of a match are frequent.
+    // Mostly the same letter, so that partial matches are frequent.
     const auto text = [&random](std::size_t size) {
         std::string letters;
         while (letters.size() < size) letters += "aaaaaaaaaaaaabcd"[random() % 16];

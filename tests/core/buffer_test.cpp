@@ -53,6 +53,7 @@ TEST_F(BufferFiles, FailuresHaveDistinctCodes) {
     EXPECT_EQ(buffer.Load("missing"), qel::ERROR_FILE_OPEN);
     EXPECT_EQ(buffer.Load(UnseekablePath().c_str()), qel::ERROR_IO);
     EXPECT_EQ(buffer.Save("missing/file"), qel::ERROR_WRITE);
+    EXPECT_EQ(FailingBuffer().Load(Write("file", "a").c_str()), qel::ERROR_PARAM) << "Alloc fails";
     EXPECT_EQ(Bytes(buffer), "kept");
 #if defined(__linux__)
     EXPECT_EQ(buffer.Save("/dev/full"), qel::ERROR_WRITE);
@@ -61,7 +62,7 @@ TEST_F(BufferFiles, FailuresHaveDistinctCodes) {
 #endif
 }
 
-TEST(BufferDynamic, ChangesItsBytesOrKeepsThem) {
+TEST(BufferDynamic, FailuresLeaveTheBytesUnchanged) {
     BufferDynamic buffer;
     EXPECT_EQ(buffer.Set("a\0bc"s), qel::SUCCESS);
     EXPECT_EQ(buffer.Realloc(3), qel::SUCCESS);

@@ -6,7 +6,7 @@ namespace {
 
 using qel::Exception;
 
-TEST(QelException, KnowsTheMnemonicsOfTheResultCodes) {
+TEST(QelException, MapsResultCodesToMnemonics) {
     using Row = std::pair<unsigned long, std::string>;
     for (const auto& [code, mnemonic] :
          {Row{0, "SUCCESS"}, Row{2, "ERROR_FILE_NOT_FOUND"}, Row{13, "ERROR_DATA"},

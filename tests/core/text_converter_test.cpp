@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::string_literals;
 using qel::Buffer, qel::BufferDynamic, qel::Exception;
-using UCS2 = std::basic_string<unsigned short>;
+using Ucs2String = std::basic_string<unsigned short>;
 
 constexpr unsigned long tooMuch = 1ul << 62, noTranslation = qel::NO_UNICODE_TRANSLATION;
 
@@ -20,7 +20,7 @@ struct TextConverterTest : testing::Test, qel::TextConverter {
     /// The result code of a conversion into memory, the size that it set, and the units there.
     using Converted = std::tuple<unsigned long, unsigned long, std::wstring>;
 
-    /// Converts into size bytes, filled with '-' beforehand like one more unit after them.
+    /// Converts into size bytes. They and the unit after them are filled with '-' first.
     template <class From, class To>
     static Converted Into(unsigned long size,
                           unsigned long (*convert)(const From*, unsigned long, To*, unsigned long&,
@@ -37,12 +37,31 @@ TEST_F(TextConverterTest, LocaleInfoMapsCodesAndCharacters) {
     table[0x41] = L'-';
     table[0x80] = L'\x1F600';
     const LocaleInfo info(table);
-    EXPECT_EQ(info.GetUCS2Char(0x41), 0x41) << "codes below 0x80 stand for themselves";
+    EXPECT_EQ(info.GetUCS2Char(0x41), 0x41) << "codes below 0x80 map to themselves";
     EXPECT_EQ(info.GetUCS2Char(0x80), 0xF600) << "the low 16 bits";
     EXPECT_EQ(info.GetChar(L'\x1F600'), 0x80);
     EXPECT_EQ(ResultText<Exception>([&] { info.GetChar(L'A'); }), "NO_UNICODE_TRANSLATION");
     LocaleInfo::CharPair low{9, INT32_MIN}, high{1, INT32_MAX};
     EXPECT_LT(LocaleInfo::compare(&low, &high), 0);
+}
+
+TEST_F(TextConverterTest, ConvertsByTheGivenTable) {
+    wchar_t table[256] = L"";
+    table[0x80] = L'\xF600';
+    const LocaleInfo info(table);
+    const std::string codes(256, '\x80');
+    std::wstring wide;
+    Ucs2String units, unitsInMemory(257, 0);
+    std::string narrow(257, '-');
+    unsigned long size = 2 * 257;
+    EASCIIToWChar(codes.c_str(), wide, info);
+    EASCIIToUCS2(codes.c_str(), units, info);
+    EASCIIToUCS2(codes.c_str(), 256, unitsInMemory.data(), size, info);
+    UCS2ToEASCII(units.c_str(), 2 * 256, narrow.data(), size, info);
+    EXPECT_EQ(wide, std::wstring(256, L'\xF600'));
+    EXPECT_EQ(units, Ucs2String(256, 0xF600));
+    EXPECT_EQ(unitsInMemory.c_str(), units);
+    EXPECT_EQ(narrow.c_str(), codes);
 }
 
 TEST_F(TextConverterTest, ConvertsIntoMemory) {
@@ -64,14 +83,14 @@ TEST_F(TextConverterTest, ConvertsIntoMemory) {
 }
 
 TEST_F(TextConverterTest, WCharToUCS2ConvertsUnitForUnit) {
-    UCS2 units(2, '-');
+    Ucs2String units(2, '-');
     unsigned long size = 3;
     EXPECT_EQ(WCharToUCS2(L"\xFFFF", units.data(), size), qel::ERROR_SIZE);
     EXPECT_EQ(size, 4);
     EXPECT_EQ(WCharToUCS2(L"\x10416", units.data(), size), noTranslation);
     EXPECT_EQ(WCharToUCS2(L"\xE0041", units.data(), size), noTranslation) << "glibc skips tags";
     EXPECT_EQ(WCharToUCS2(L"\xFFFF", units.data(), size), qel::SUCCESS);
-    EXPECT_EQ(units, (UCS2{0xFFFF, 0}));
+    EXPECT_EQ(units, (Ucs2String{0xFFFF, 0}));
 }
 
 TEST_F(TextConverterTest, ConvertsBuffers) {
@@ -95,7 +114,7 @@ TEST_F(TextConverterTest, TablesAgreeWithIconv) {
     for (const std::size_t size : {255u, 256u, 257u, 258u, 259u, 508u}) {
         std::string text = codes.substr(0, size), narrow;
         std::wstring chart, wide;
-        UCS2 units;
+        Ucs2String units;
         EXPECT_EQ(ASCIIToWCharWithSystemLocale(text.c_str(), chart), qel::SUCCESS);
         EXPECT_EQ(WCharToASCIIWithSystemLocale(chart.c_str()), text);
         EASCIIToWChar(text.c_str(), wide, ciLWin1251);
@@ -129,7 +148,7 @@ TEST_F(TextConverterTest, DropsTrailingZerosExceptTheFirstCharacter) {
     EXPECT_EQ(wide, L"\0"s);
 }
 
-TEST_F(TextConverterTest, RefusedTextLeavesTheOutput) {
+TEST_F(TextConverterTest, FailedConversionsLeaveTheOutputUnchanged) {
     std::wstring wide = L"kept";
     for (const std::string utf8 : {"\xD0", "\xC0\x80", "\xED\xA0\x80", "A\xFF"})
         EXPECT_EQ(UTF8ToWChar(utf8.data(), utf8.size(), wide), noTranslation) << utf8;

@@ -30,5 +30,5 @@ class DocumentedCommands(SampleTest):
                 block = MARKDOWN_BLOCK if path.suffix == ".md" else MANUAL_BLOCK
                 transcript = "".join(block.findall(document))
                 self.assertEqual(COMMAND.findall(transcript), COMMAND_ANYWHERE.findall(document),
-                                 "commands outside of console blocks")
+                                 "commands outside console blocks")
                 self.assertMultiLineEqual(transcript, self.replay(transcript))

@@ -19,7 +19,7 @@ FAILED = ("Fail with the tool's line", "Error: Tree[x] not found")
 class AnsibleRole(SampleTest):
     def setUp(self):
         super().setUp()
-        # The role has to quote and to escape these names.
+        # The role has to quote and escape these names.
         self.hosts, self.bin = self.directory / "hosts #1", self.directory / "the tool"
         self.temporary = self.directory / "temporary"
         self.hosts.mkdir()
@@ -27,7 +27,7 @@ class AnsibleRole(SampleTest):
         self.bin.symlink_to(pathlib.Path(os.environ["QUORVEL"]).parent)
 
     def write_hosts(self, plists, variables={}):
-        """Makes a host of each property list; variables has those that only some hosts have."""
+        """Makes a host of each property list; variables has additional variables per host."""
         directory = f"{self.hosts}/{{{{ inventory_hostname }}}}"
         common = {
             "ansible_connection": "local", "ansible_become": False,

@@ -3,7 +3,7 @@ import shutil
 
 from sample import AFTER, BEFORE, CONFIG, ROOT, UNORDERED_CONFIG, SampleTest
 
-# The machine's paths in the recipes, and what the test replaces them by.
+# The machine's paths in the recipes, and what the test replaces them with.
 PATHS = {"/usr/local/bin/quorvel-check": "./quorvel-check", "/usr/local/bin/Quorvel": "Quorvel",
          "/usr/local/etc": ".", "/usr/share/example-reader": ".", "/run/systemd/system": "none"}
 

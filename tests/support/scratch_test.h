@@ -32,7 +32,7 @@ struct ScratchTest : testing::Test {
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    /// The path of an unseekable stream; fd 99 does not disturb the leak check.
+    /// The path of an unseekable stream; fd 99 does not affect the leak check.
     static std::string UnseekablePath() {
         int ends[2];
         EXPECT_TRUE(::pipe(ends) == 0 && ::dup2(ends[0], 99) == 99);

@@ -20,7 +20,7 @@ class QuorvelCheck(SampleTest):
         environment = dict(os.environ, TMPDIR=str(temporary))
         (self.directory / ODD_NAME).symlink_to("Info.plist")
         for case, config, plist, expected in [
-            ("outdated", CONFIG, BEFORE, (DIFF, "", 1)),
+            ("outdated", CONFIG, BEFORE + "\0", (DIFF, "", 1)),
             ("current", CONFIG.rstrip("\n"), AFTER, ("Info.plist is current\n", "", 0)),
             ("odd name", CONFIG.replace("/missing/Info.plist", ODD_NAME), AFTER, (f"{ODD_NAME} is current\n", "", 0)),
             ("unordered", UNORDERED_CONFIG, BEFORE, ("", f"{UNORDERED}\n", 2)),

@@ -19,7 +19,7 @@ SYMBOLIC_LINK = "mv Info.plist real; ln -s real Info.plist"
 HARD_LINK = "ln Info.plist second"  # Makes the tool write in place.
 
 SANITIZED = b"__asan" in pathlib.Path(QUORVEL).read_bytes()
-with_strace = unittest.skipIf(SANITIZED or not shutil.which("strace"), "needs strace, without a sanitizer's calls")
+with_strace = unittest.skipIf(SANITIZED or not shutil.which("strace"), "needs strace and an unsanitized build")
 
 
 def limited(limit, value):
@@ -133,11 +133,11 @@ class SaveFaults(SampleTest):
         self.assertEqual((statuses[0], statuses[-1]), (1, 0))
 
     def test_closed_standard_streams(self):
-        # The long path fills the buffer of the closed pipe before the property list is saved.
+        # The long path fills the output buffer, so that writing to the closed pipe fails before the property list is saved.
         long_path = "./" * 2040 + "Quorvel.cfg"
         for command in '"$0" update -v <&- >&- 2>&-', f'{{ sleep 0.1; "$0" update -v -config={long_path}; }} | :':
             self.assertEqual(self.update(command=("sh", "-c", command, QUORVEL)), ("", 0), command[:40])
-        for stream in range(3):  # Each is opened as an empty file.
+        for stream in range(3):  # A closed stream becomes /dev/null.
             self.write_sample(CONFIG.replace("= /missing/", f"= /dev/fd/{stream}:/missing/"))
             status = self.run_program("sh", "-c", f'"$0" {stream}<&-', QUORVEL)[2]
             self.assertEqual((status, self.read_plist()), (99, BEFORE), stream)

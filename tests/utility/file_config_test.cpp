@@ -1,5 +1,7 @@
 #include "utility/file_config.h"
 
+#include <stdexcept>
+
 #include "tests/support/exposed_store.h"
 #include "tests/support/result_text.h"
 #include "tests/support/scratch_test.h"
@@ -23,7 +25,7 @@ TEST_F(FileConfigTest, EveryLineBecomesARecordAndIsWrittenBack) {
          {{1, "k#", "x#y", ""}, {2, "l", "x#", "y#z"}},
          "k##=x##y\nl=x## #y#z\n"},
         {"\ra=1\r2\nb=1\0 2\n"s, {{1, "a", "1#2", ""}, {2, "b", "1", ""}}, "a=1##2\nb=1\n"},
-        // Lines are read in pieces of 4094 bytes.
+        // Lines are split after 4094 bytes.
         {"k=" + value + "l=1", {{1, "k", value, ""}, {2, "l", "1", ""}}, "k=" + value + "\nl=1\n"},
     };
     for (const auto& [text, records, written] : rows) {
@@ -55,7 +57,7 @@ TEST_F(FileConfigTest, RecordsAreWrittenInTheOrderOfIndexAndName) {
     EXPECT_EQ(Read("config"), "@header\na=1\nb= # #note\n\nlast=##\n");
 }
 
-TEST_F(FileConfigTest, ReadingReplacesTheRecordsAndReopenAlsoThePath) {
+TEST_F(FileConfigTest, ReadConfigFileReplacesTheRecordsAndReopenAlsoBinds) {
     Config read(Write("old", "a=1\n"), false), reopened("old", false);
     read.ReadConfigFile(Write("new", "b=2\n").c_str());
     reopened.Reopen("new");
@@ -90,10 +92,34 @@ TEST_F(FileConfigTest, DestructionWritesBackPartlyReadRecordsOnlyIfTheyWereSaved
     EXPECT_EQ(Read("good"), "a=1\nc=3\n");
 }
 
-TEST_F(FileConfigTest, DestructionThrowsAFailureToWrite) {
+TEST_F(FileConfigTest, FailedReadLeavesAnEmptyStoreThatDestructionDoesNotWrite) {
+    {
+        Config config(Write("config", "a=1\n"), false);
+        EXPECT_NE(ResultText([&] { config.Reopen("missing"); }), "");
+        EXPECT_EQ(config.GetRecords(), Records());
+    }
+    EXPECT_FALSE(std::filesystem::exists("missing"));
+}
+
+TEST_F(FileConfigTest, SavingBindsAndResetsTheModifiedFlag) {
+    Config config;
+    config.Put("a", "1");
+    EXPECT_NE(ResultText([&] { config.SaveAs("missing/config"); }), "");
+    EXPECT_EQ(config.fileName, "missing/config");
+    config.SaveAs("config");
+    EXPECT_FALSE(config.modified);
+}
+
+TEST_F(FileConfigTest, DestructionThrowsAFailureToWriteUnlessUnwinding) {
     mox::Properties* const changed = new Config("a/b", true);
     changed->Put("a", "1");
     EXPECT_EQ(ResultText([&] { delete changed; }), "FileConfig: unable to open config file a/b");
+    const auto unwind = [] {
+        Config config("a/b", true);
+        config.Put("a", "1");
+        throw std::logic_error("in flight");
+    };
+    EXPECT_THROW(unwind(), std::logic_error);
 }
 
 }  // namespace

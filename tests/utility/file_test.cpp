@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 using namespace mox::File;
 using FileTest = ScratchTest;
 using Paths = std::multiset<std::string>;
-constexpr auto resultText = [](auto action) { return ResultText<mox::FileException>(action); };
+constexpr auto FileResultText = [](auto action) { return ResultText<mox::FileException>(action); };
 
 TEST_F(FileTest, ExistenceFollowsLinks) {
     Write("file", "");
@@ -71,14 +71,16 @@ TEST_F(FileTest, FilesAreLoadedCompletelyOrAnExceptionIsThrown) {
         EXPECT_EQ(GetFileData("file", data), bytes.size());
         EXPECT_EQ(Bytes(data), bytes);
     }
-    EXPECT_EQ(resultText([&] { GetFileData("none", data); }),
+    EXPECT_EQ(FileResultText([&] { GetFileData("none", data); }),
               "Error loading file \"none\", code: 0x6e");
     EXPECT_EQ(Bytes(data), "");
-    EXPECT_EQ(resultText([] { GetFileSize("none"); }), "Cannot open file");
-    EXPECT_EQ(resultText([] { GetFileSize(UnseekablePath().c_str()); }), "Cannot read file");
+    FailingBuffer failing;
+    EXPECT_EQ(FileResultText([&] { GetFileData("file", failing); }), "Error shrinking data buffer");
+    EXPECT_EQ(FileResultText([] { GetFileSize("none"); }), "Cannot open file");
+    EXPECT_EQ(FileResultText([] { GetFileSize(UnseekablePath().c_str()); }), "Cannot read file");
 }
 
-TEST_F(FileTest, EraseAndRenameRemoveFilesButNoDirectories) {
+TEST_F(FileTest, EraseAndReplacingRenameRemoveOnlyFiles) {
     fs::create_directory("directory");
     Write("file", "");
     EXPECT_FALSE(EraseFile("directory"));
@@ -111,7 +113,7 @@ TEST_F(FileTest, TheWalkListsHiddenEntriesOfTheTopLevelOnly) {
 TEST_F(FileTest, TheWalkEndsWhenTheCallbackStopsItOrADirectoryCannotBeOpened) {
     const auto walk = [](bool (*callback)(const FileInfo&, void*)) {
         int count = 0;
-        return resultText(
+        return FileResultText(
             [&] { return FindAllFilesInDirectory(".", callback, &count, true, true); });
     };
     fs::create_directories("d/d/d");
