@@ -84,9 +84,7 @@ TEST(FindBytes, FindsWhatFindFinds) {
         const std::string wanted = isPart ? document.substr(from, size) : text(size % 9);
         for (const std::size_t start : {from / 2, from})
             ASSERT_EQ(FindBytes(document, wanted, start), document.find(wanted, start))
-                << document << '\n'
-                << wanted << '\n'
-                << start;
+                << wanted << " from " << start << " in " << document;
     }
 }
 
