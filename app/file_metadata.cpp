@@ -1,10 +1,10 @@
 #include "app/file_metadata.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #if defined(__APPLE__)
 #include <copyfile.h>
-#include <fcntl.h>
 #else
 #include <linux/limits.h>
 #include <sys/xattr.h>
@@ -17,6 +17,10 @@
 #endif
 
 namespace {
+
+bool IsSameTime(const timespec& first, const timespec& second) {
+    return first.tv_sec == second.tv_sec && first.tv_nsec == second.tv_nsec;
+}
 
 #if defined(__APPLE__)
 
@@ -64,6 +68,31 @@ bool CopyAttributes(int from, int to) {
 #endif
 
 }  // namespace
+
+int OpenDirectory(const std::string& path) {
+    const char* const directory = path.empty() ? "." : path.c_str();
+#if defined(O_PATH)
+    return ::open(directory, O_PATH | O_DIRECTORY);
+#else
+    // Untested on macOS.
+    return ::open(directory, O_SEARCH | O_DIRECTORY);
+#endif
+}
+
+bool IsSameFile(const struct stat& first, const struct stat& second) {
+    return first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+bool IsSameVersion(const struct stat& first, const struct stat& second) {
+#if defined(__APPLE__)
+    const bool sameTimes = IsSameTime(first.st_mtimespec, second.st_mtimespec) &&
+                           IsSameTime(first.st_ctimespec, second.st_ctimespec);
+#else
+    const bool sameTimes =
+        IsSameTime(first.st_mtim, second.st_mtim) && IsSameTime(first.st_ctim, second.st_ctim);
+#endif
+    return IsSameFile(first, second) && first.st_size == second.st_size && sameTimes;
+}
 
 bool CopyMetadata(int from, const struct stat& status, int to) {
     // Mode after owner: chown clears the set-id bits.

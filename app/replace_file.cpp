@@ -2,98 +2,77 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
-#include <sys/stat.h>
+#include <sys/file.h>
+#include <sys/random.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <optional>
+#include <cerrno>
+#include <chrono>
+#include <memory>
 #include <string_view>
+#include <thread>
 
 #include "app/byte_search.h"
 #include "app/file_metadata.h"
-#include "core/buffer_dynamic.h"
+#include "core/exception.h"
 #include "core/result_codes.h"
-#include "utility/file.h"
 
 namespace {
 
-/// An open file, closed at the end of the scope.
-struct FileDescriptor {
-    explicit FileDescriptor(int openFile) : fd(openFile) {}
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() {
-        if (IsOpen()) ::close(fd);
-    }
+constexpr int maxLockRetries = 2000;
+constexpr std::chrono::milliseconds lockRetryInterval(1);
 
-    bool IsOpen() const { return fd >= 0; }
+/// Returns path without symbolic links; path itself if that is too long for the system.
+std::string ResolveLinks(const std::string& path) {
+    const std::unique_ptr<char, decltype(&::free)> resolved(::realpath(path.c_str(), nullptr),
+                                                            ::free);
+    return resolved ? resolved.get() : path;
+}
 
-    const int fd;
-};
+/// Returns an empty name, which no file can have, if the system has no random bytes.
+std::string UnpredictableName() {
+    unsigned char random[8];
+    if (::getentropy(random, sizeof random) != 0) return "";
+    return ".quorvel-" + qel::Buffer(random, sizeof random).ToHex(0, 0, "");
+}
 
 /// A private temporary file, removed at the end of the scope unless renamed.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& directory)
-        : path(directory + ".quorvel-XXXXXX"), file(::mkstemp(path.data())) {}
+    explicit TemporaryFile(int directoryFd)
+        : directory(directoryFd),
+          name(UnpredictableName()),
+          file(::openat(directory, name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, 0600)) {}
     ~TemporaryFile() {
-        if (file.IsOpen() && !renamed) mox::File::EraseFile(path.c_str());
+        if (file.IsOpen() && !renamed) ::unlinkat(directory, name.c_str(), 0);
     }
 
-    bool RenameTo(const std::string& target) {
-        renamed = mox::File::RenameFile(path.c_str(), target.c_str(), false);
+    bool RenameTo(const std::string& newName) {
+        renamed = ::renameat(directory, name.c_str(), directory, newName.c_str()) == 0;
         return renamed;
     }
 
-    std::string path;
+    const int directory;
+    const std::string name;
     const FileDescriptor file;
 
 private:
     bool renamed = false;
 };
 
-bool WriteCompletely(const qel::Buffer& contents, const TemporaryFile& temporary) {
-    struct stat status;
-    return contents.Save(temporary.path.c_str()) == qel::SUCCESS &&
-           ::fstat(temporary.file.fd, &status) == 0 &&
-           static_cast<unsigned long>(status.st_size) == contents.GetSize();
-}
-
-/// Returns whether path is the file described by status; flag as for fstatat.
-bool IsSameFile(const std::string& path, int flag, const struct stat& status) {
-    struct stat found;
-    return ::fstatat(AT_FDCWD, path.c_str(), &found, flag) == 0 && found.st_dev == status.st_dev &&
-           found.st_ino == status.st_ino;
-}
-
-/// Makes a rename durable. Best effort: the file is consistent anyway.
-void SyncDirectory(const std::string& directory) {
-    const FileDescriptor opened(::open(directory.empty() ? "." : directory.c_str(), O_RDONLY));
-    if (opened.IsOpen()) SyncToDisk(opened.fd);
-}
-
-/// Replaces the file at path, open as fd, by a new file. Returns SUCCESS or ERROR_WRITE; nullopt,
-/// with the file unchanged, if it must be written in place instead.
-std::optional<unsigned long> ReplaceAtomically(const std::string& path, int fd,
-                                               const struct stat& status,
-                                               const qel::Buffer& contents) {
-    // If target is still a symbolic link, rename would replace the link.
-    const std::string target = mox::File::GetFullFilePath(path);
-    if (!S_ISREG(status.st_mode) || status.st_nlink != 1 ||
-        !IsSameFile(target, AT_SYMLINK_NOFOLLOW, status)) {
-        return std::nullopt;
+/// Replaces contents by those of the open file, with the result codes of BufferDynamic::Load.
+unsigned long ReadCompletely(int fd, qel::BufferDynamic& contents) {
+    const off_t size = ::lseek(fd, 0, SEEK_END);
+    if (size < 0) return qel::ERROR_IO;
+    if (const auto result = contents.Alloc(static_cast<unsigned long>(size))) return result;
+    for (off_t position = 0; position < size;) {
+        char* const next = static_cast<char*>(contents.GetData()) + position;
+        const ssize_t count =
+            ::pread(fd, next, static_cast<std::size_t>(size - position), position);
+        if (count <= 0) return qel::ERROR_READ;
+        position += count;
     }
-
-    const std::string directory = target.substr(0, target.rfind('/') + 1);
-    TemporaryFile temporary(directory);
-    if (!temporary.file.IsOpen()) return std::nullopt;
-    // Contents first: writing clears set-id bits and capabilities, and in sticky directories
-    // O_CREAT on another user's file fails even for root.
-    if (!WriteCompletely(contents, temporary)) return qel::ERROR_WRITE;
-    if (!CopyMetadata(fd, status, temporary.file.fd)) return std::nullopt;
-    if (!SyncToDisk(temporary.file.fd)) return qel::ERROR_WRITE;
-    if (!temporary.RenameTo(target)) return std::nullopt;
-    SyncDirectory(directory);
     return qel::SUCCESS;
 }
 
@@ -119,23 +98,93 @@ bool OverwriteDifference(int fd, std::string_view old, std::string_view next) {
     return WriteAt(fd, prefixSize, next.substr(prefixSize)) && truncated && SyncToDisk(fd);
 }
 
-unsigned long WriteInPlace(const std::string& path, int fd, const struct stat& status,
-                           const qel::Buffer& contents) {
-    qel::BufferDynamic old;
-    if (const unsigned long result = old.Load(path.c_str())) return result;
-    // If path was replaced meanwhile, another file was loaded.
-    if (!IsSameFile(path, 0, status)) return qel::ERROR_WRITE;
-    if (OverwriteDifference(fd, AsStringView(old), AsStringView(contents))) return qel::SUCCESS;
-    OverwriteDifference(fd, AsStringView(contents), AsStringView(old));
-    return qel::ERROR_WRITE;
+/// Returns whether name in the directory is known to be another file than the open one.
+bool IsOtherFile(int directory, const std::string& name, int fd) {
+    struct stat named, opened;
+    return ::fstatat(directory, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+           ::fstat(fd, &opened) == 0 && !IsSameFile(named, opened);
+}
+
+/// Makes a rename durable. Best effort: the file is consistent anyway.
+void SyncDirectory(int directory) {
+    const FileDescriptor readable(::openat(directory, ".", O_RDONLY));
+    if (readable.IsOpen()) SyncToDisk(readable.fd);
 }
 
 }  // namespace
 
-unsigned long ReplaceFile(const std::string& path, const qel::Buffer& contents) {
-    const FileDescriptor file(::open(path.c_str(), O_RDWR));
-    struct stat status;
-    if (!file.IsOpen() || ::fstat(file.fd, &status) != 0) return qel::ERROR_WRITE;
-    const auto result = ReplaceAtomically(path, file.fd, status, contents);
-    return result ? *result : WriteInPlace(path, file.fd, status, contents);
+FileDescriptor::~FileDescriptor() {
+    if (IsOpen()) ::close(fd);
+}
+
+ReplaceableFile::ReplaceableFile(const std::string& path)
+    : target(ResolveLinks(path)),
+      name(target.substr(target.rfind('/') + 1)),
+      directory(OpenDirectory(target.substr(0, target.size() - name.size()))) {}
+
+void ReplaceableFile::Load(qel::BufferDynamic& contents) {
+    const FileDescriptor file(::openat(directory.fd, name.c_str(), O_RDONLY | O_NOFOLLOW));
+    if (!file.IsOpen()) throw qel::Exception(qel::ERROR_FILE_OPEN);
+    Lock(file.fd, LOCK_SH);
+    // Before reading, so that Replace also detects a change in between.
+    if (::fstat(file.fd, &loaded) != 0) throw qel::Exception(qel::ERROR_IO);
+    qel::ThrowUnlessSuccess(ReadCompletely(file.fd, contents));
+}
+
+bool ReplaceableFile::Replace(const qel::Buffer& contents) {
+    const FileDescriptor file(::openat(directory.fd, name.c_str(), O_RDWR | O_NOFOLLOW));
+    if (!file.IsOpen()) throw qel::Exception(qel::ERROR_WRITE);
+    Lock(file.fd, LOCK_EX);
+    if (!IsUnchanged(file.fd)) return false;
+    Outcome outcome = ReplaceAtomically(file.fd, contents);
+    if (outcome == Outcome::Impossible) outcome = WriteInPlace(file.fd, contents);
+    return outcome == Outcome::Replaced;
+}
+
+void ReplaceableFile::Lock(int fd, int operation) {
+    // Never blocks: the lock can belong to a process that waits for this one.
+    while (::flock(fd, operation | LOCK_NB) != 0 && errno == EWOULDBLOCK &&
+           lockRetries < maxLockRetries) {
+        std::this_thread::sleep_for(lockRetryInterval);
+        ++lockRetries;
+    }
+}
+
+bool ReplaceableFile::IsUnchanged(int fd) const {
+    struct stat opened, named;
+    if (::fstat(fd, &opened) != 0 ||
+        ::fstatat(directory.fd, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0) {
+        throw qel::Exception(qel::ERROR_WRITE);
+    }
+    return IsSameVersion(opened, loaded) && IsSameFile(named, loaded);
+}
+
+ReplaceableFile::Outcome ReplaceableFile::ReplaceAtomically(int fd,
+                                                            const qel::Buffer& contents) const {
+    if (!S_ISREG(loaded.st_mode) || loaded.st_nlink != 1) return Outcome::Impossible;
+    TemporaryFile temporary(directory.fd);
+    if (!temporary.file.IsOpen()) return Outcome::Impossible;
+    // Contents first: writing clears set-id bits and capabilities.
+    if (!WriteAt(temporary.file.fd, 0, AsStringView(contents))) {
+        throw qel::Exception(qel::ERROR_WRITE);
+    }
+    if (!CopyMetadata(fd, loaded, temporary.file.fd)) return Outcome::Impossible;
+    if (!SyncToDisk(temporary.file.fd)) throw qel::Exception(qel::ERROR_WRITE);
+    if (!IsUnchanged(fd)) return Outcome::Changed;
+    if (!temporary.RenameTo(name)) return Outcome::Impossible;
+    // Whoever can write the directory can have exchanged the temporary file.
+    if (IsOtherFile(directory.fd, name, temporary.file.fd)) throw qel::Exception(qel::ERROR_WRITE);
+    SyncDirectory(directory.fd);
+    return Outcome::Replaced;
+}
+
+ReplaceableFile::Outcome ReplaceableFile::WriteInPlace(int fd, const qel::Buffer& contents) const {
+    qel::BufferDynamic old;
+    qel::ThrowUnlessSuccess(ReadCompletely(fd, old));
+    if (!IsUnchanged(fd)) return Outcome::Changed;
+    if (OverwriteDifference(fd, AsStringView(old), AsStringView(contents))) {
+        return Outcome::Replaced;
+    }
+    OverwriteDifference(fd, AsStringView(contents), AsStringView(old));
+    throw qel::Exception(qel::ERROR_WRITE);
 }

@@ -9,19 +9,18 @@
 #include "app/replace_file.h"
 #include "core/buffer_dynamic.h"
 #include "core/exception.h"
+#include "core/result_codes.h"
 #include "utility/exception.h"
 
 namespace {
+
+// Each attempt fails only if another process changed the property list during it.
+constexpr int maxAttempts = 100;
 
 std::string FindPropertyList(const mox::Properties& config) {
     const std::string locations = config.Get("FileName");
     log("Locations to check: %s", locations.c_str());
     return FindLocation(locations);
-}
-
-void LoadDocument(const std::string& path, qel::BufferDynamic& document) {
-    qel::ThrowUnlessSuccess(document.Load(path.c_str()));
-    log("File loaded, size: %ld", static_cast<long>(document.GetSize()));
 }
 
 std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
@@ -37,25 +36,30 @@ std::vector<PlistEntry> ReadEntries(const mox::Properties& config) {
     return entries;
 }
 
-void SaveDocument(const qel::Buffer& document, const std::string& path) {
-    qel::ThrowUnlessSuccess(ReplaceFile(path, document));
-    log("Data updated, size: %ld", static_cast<long>(document.GetSize()));
-}
-
-}  // namespace
-
-int DoUpdate(mox::FileConfig& config) {
-    const std::string path = FindPropertyList(config);
+/// Returns false, with nothing written, if the property list changed after it was loaded.
+bool UpdateOnce(ReplaceableFile& file, const mox::Properties& config) {
     qel::BufferDynamic document;
-    LoadDocument(path, document);
+    file.Load(document);
+    log("File loaded, size: %ld", static_cast<long>(document.GetSize()));
     // Before the check, so that a bad "Tree" is reported even if nothing is to be inserted.
     const std::vector<PlistEntry> entries = ReadEntries(config);
     // Without a trace only the first missing entry matters.
     if (HasAllEntries(AsStringView(document), entries, !verboseMode)) {
         log("Already updated");
-        return 0;
+        return true;
     }
     InsertEntries(document, entries);
-    SaveDocument(document, path);
-    return 0;
+    if (!file.Replace(document)) return false;
+    log("Data updated, size: %ld", static_cast<long>(document.GetSize()));
+    return true;
+}
+
+}  // namespace
+
+int DoUpdate(mox::FileConfig& config) {
+    ReplaceableFile file(FindPropertyList(config));
+    for (int attempt = 0; attempt < maxAttempts; ++attempt) {
+        if (UpdateOnce(file, config)) return 0;
+    }
+    throw qel::Exception(qel::ERROR_WRITE);
 }
