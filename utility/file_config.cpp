@@ -1,6 +1,7 @@
 #include "utility/file_config.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 #include <map>
@@ -93,8 +94,12 @@ void FileConfig::ReadConfigFile(const char* path) {
     Clear();
     std::FILE* const file = std::fopen(path, "r");
     if (file == nullptr && !allowMissing) throw UnableToOpen(path);
+    if (file == nullptr) {
+        incomplete = errno != ENOENT && errno != ENOTDIR;
+        return;
+    }
     const File::Guard guard(file);
-    if (file != nullptr) ReadLines(file, path, *this);
+    ReadLines(file, path, *this);
     incomplete = false;
 }
 

@@ -32,13 +32,14 @@ public:
     /// An empty store bound to no file.
     FileConfig() = default;
 
-    /// Binds to the file at path and reads it. With missingAllowed a file that cannot be opened
-    /// reads as empty. Throws like ReadConfigFile; nothing is written then.
+    /// Binds to the file at path and reads it, with missingAllowed as allowMissing. Throws like
+    /// ReadConfigFile; nothing is written then.
     FileConfig(const std::string& path, bool missingAllowed);
 
-    /// Writes the store to fileName if it was modified and fileName is not empty, unless the last
-    /// read failed and nothing was saved since. Throws like WriteConfigFile, after releasing
-    /// everything else; during unwinding the error is swallowed.
+    /// Writes the store to fileName if it was modified and fileName is not empty. Nothing is
+    /// written if the last read threw, or failed to open a file that exists, and nothing was saved
+    /// since. Throws like WriteConfigFile, after releasing everything else; during unwinding the
+    /// error is swallowed.
     ~FileConfig() noexcept(false) override;
 
     /// Replaces the store by the contents of the bound file; it is then unmodified. Throws like
@@ -71,7 +72,7 @@ public:
     bool allowMissing = false;  ///< a file that cannot be opened reads as an empty one
 
 private:
-    /// True while the store may hold only a part of the file last read.
+    /// True while the store may lack contents of the file last read.
     bool incomplete = false;
 };
 

@@ -101,6 +101,23 @@ TEST_F(FileConfigTest, FailedReadLeavesAnEmptyStoreThatDestructionDoesNotWrite) 
     EXPECT_FALSE(std::filesystem::exists("missing"));
 }
 
+TEST_F(FileConfigTest, DestructionOverwritesAFileThatCouldNotBeOpenedOnlyIfItWasSaved) {
+    for (const auto& [saved, written] : {std::pair(false, "a=1\n"), {true, "b=2\nc=3\n"}}) {
+        std::filesystem::remove("config");
+        std::filesystem::create_symlink("config", "config");  // ELOOP
+        {
+            Config config("config", true);
+            EXPECT_EQ(config.GetRecords(), Records());
+            std::filesystem::remove("config");
+            Write("config", "a=1\n");
+            config.Put("b", "2");
+            if (saved) config.Save();
+            config.Put("c", "3");
+        }
+        EXPECT_EQ(Read("config"), written);
+    }
+}
+
 TEST_F(FileConfigTest, SavingBindsAndResetsTheModifiedFlag) {
     Config config;
     config.Put("a", "1");
