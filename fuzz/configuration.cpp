@@ -1,5 +1,6 @@
 // Configuration text: Parse and FileConfig read it alike, and a saved file reads back the same.
 
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,8 +16,16 @@ namespace {
 
 using Config = Exposed<mox::FileConfig>;
 
-const std::string path =
-    std::filesystem::temp_directory_path() / ("quorvel-" + std::to_string(::getpid()));
+/// A private directory, removed at exit.
+struct TemporaryDirectory {
+    TemporaryDirectory() { Require(::mkdtemp(path.data()) != nullptr, "a directory is created"); }
+    ~TemporaryDirectory() { std::filesystem::remove(path); }
+
+    std::string path = std::filesystem::temp_directory_path() / "quorvel-XXXXXX";
+};
+
+const TemporaryDirectory directory;
+const std::string path = directory.path + "/config";
 
 /// Writes text to a file and reads that into config. Returns the message on failure.
 std::string ReadThroughFile(const std::string& text, Config& config) {
