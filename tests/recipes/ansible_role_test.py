@@ -8,12 +8,15 @@ from sample import AFTER, BEFORE, ROOT, VALUES, SampleTest
 PLAYBOOK = ROOT / "examples/ansible/playbook.yml"
 HOSTS = [f"desk-{number:02}" for number in range(1, 51)]
 
+ENTRIES = [{"key": key, "value": value} for key, value in VALUES.items()]
+UNORDERED = 'The names in "Tree" are not in the order of their arrays: each update would add the values again.'
+
 # The events of a host: a task, and "changed" or its error.
 INSTALLED = ("Install the configuration", "changed")
 PREDICTED = ("Predict the update", "changed")
-UPDATED = ("Update the list", "changed")
+UPDATED = ("Update the property list", "changed")
 RESTARTED = ("Restart the smart-card service", "changed")
-FAILED = ("Fail with the tool's line", "Error: Tree[x] not found")
+REFUSED = ("Predict the update", 2)
 
 
 class AnsibleRole(SampleTest):
@@ -34,7 +37,7 @@ class AnsibleRole(SampleTest):
             "ansible_python_interpreter": "{{ ansible_playbook_python }}",
             "quorvel_bin": str(self.bin), "quorvel_config": f"{directory}/Quorvel.cfg", "quorvel_restart": "true",
             "quorvel_candidates": [f"{directory}/missing/Info.plist", f"{directory}/Info.plist"],
-            "quorvel_entries": [{"key": key, "value": value} for key, value in VALUES.items()],
+            "quorvel_entries": ENTRIES,
         }
         inventory = {"all": {"hosts": {host: variables.get(host, {}) for host in plists}, "vars": common}}
         (self.directory / "inventory.yml").write_text(json.dumps(inventory))  # JSON is YAML.
@@ -82,15 +85,15 @@ class AnsibleRole(SampleTest):
         self.assertEqual(self.check(), (0, dict.fromkeys(HOSTS, [])))
         self.assertEqual(self.play(), (0, dict.fromkeys(HOSTS, [])))
 
-    def test_one_host_fails(self):
-        faulty, *others = HOSTS[:5]
-        faulty_plist = BEFORE.replace("ifdProductID", "ifdOtherID")
-        self.write_hosts({faulty: faulty_plist, **dict.fromkeys(others, BEFORE)})
-        self.assertEqual(self.check(), (2, {faulty: [INSTALLED, ("Predict the update", 2), FAILED],
-                                            **dict.fromkeys(others, [INSTALLED, PREDICTED])}))
-        self.assertEqual(self.play(), (2, {faulty: [INSTALLED, ("Update the list", 99), FAILED],
-                                           **dict.fromkeys(others, [INSTALLED, UPDATED, RESTARTED])}))
-        self.assertEqual(self.read_files("Info.plist"), {faulty: faulty_plist, **dict.fromkeys(others, AFTER)})
+    def test_some_hosts_fail(self):
+        others = dict.fromkeys(HOSTS[:4], BEFORE)
+        faulty = {"missing-key": BEFORE.replace("ifdProductID", "ifdOtherID"), "wrong-order": BEFORE}
+        lines = {"missing-key": "Error: Tree[x] not found", "wrong-order": UNORDERED}
+        self.write_hosts({**faulty, **others}, {"wrong-order": {"quorvel_entries": ENTRIES[::-1]}})
+        failed = {host: [INSTALLED, REFUSED, ("Fail with the tool's line", line)] for host, line in lines.items()}
+        self.assertEqual(self.check(), (2, {**failed, **dict.fromkeys(others, [INSTALLED, PREDICTED])}))
+        self.assertEqual(self.play(), (2, {**failed, **dict.fromkeys(others, [INSTALLED, UPDATED, RESTARTED])}))
+        self.assertEqual(self.read_files("Info.plist"), {**faulty, **dict.fromkeys(others, AFTER)})
 
     def test_a_new_configuration_alone_restarts_nothing(self):
         self.write_hosts({"desk": AFTER})
