@@ -135,7 +135,7 @@ void EncodeHex(const qel::Buffer& bytes) {
     Compare(table, "hex, encode", openSsl, 0.65, encode, [&] { return encodeByOpenSsl('\0'); });
     Compare(table, "hex, encode", "Boost `algorithm::hex`", 0.65, encode, encodeByBoost);
     Compare(
-        table, "hex, encode, groups of 1", openSsl, 1.2, [&] { return bytes.ToHex(1, 0, ""); },
+        table, "hex, encode, groups of 1", openSsl, 1.4, [&] { return bytes.ToHex(1, 0, ""); },
         [&] { return encodeByOpenSsl(' '); });
     Compare(
         table, "hex, encode, groups of 1, lines of 16", "a plain loop", 0,
