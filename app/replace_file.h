@@ -49,8 +49,7 @@ public:
     /// A regular file with one hard link is replaced atomically by a new file with the same owner,
     /// mode, ACL and extended attributes: after a crash of the process or the system, the path
     /// leads to the complete old or new contents. The rename is synced only if the directory can
-    /// be. A killed process can leave the new file in the same directory, under a name that begins
-    /// with
+    /// be. A killed process can leave the new file in the same directory; its name begins with
     /// ".quorvel-".
     ///
     /// If that is impossible (more hard links, no permission for the directory or the owner, a
