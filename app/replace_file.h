@@ -26,7 +26,7 @@ struct FileDescriptor {
 ///
 /// Load and Replace lock the file (flock) while they run, so that other processes that do the same
 /// neither read a partly written file nor overwrite each other's changes. If the lock cannot be
-/// taken, for two seconds in all, they go on without it.
+/// taken for about two seconds in all, they continue without it.
 ///
 ///     ReplaceableFile file("Info.plist");
 ///     qel::BufferDynamic contents;
